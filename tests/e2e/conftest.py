@@ -30,17 +30,10 @@ def pytest_sessionfinish():
 def folder(request):
     """A new installation folder with the program in it; it stays on disk when the test failed."""
     made = Path(tempfile.mkdtemp(prefix="crashvane-"))
-    install(made)
+    crashvane.install(made)
     yield made
     if not getattr(request.node, "failed", False):
         shutil.rmtree(made)
-
-
-def install(folder):
-    """Puts the built program into a folder."""
-    if not crashvane.PROGRAM.exists():
-        pytest.fail(f"{crashvane.PROGRAM} is missing: build it first", pytrace=False)
-    shutil.copy(crashvane.PROGRAM, folder / "Crashvane.exe")
 
 
 @pytest.fixture(scope="session")

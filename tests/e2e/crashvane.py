@@ -16,6 +16,7 @@ The program is $CRASHVANE_BUILD/Crashvane.exe, by default build/release/Crashvan
 """
 import os
 import re
+import shutil
 import subprocess
 from dataclasses import dataclass
 from pathlib import Path
@@ -51,6 +52,12 @@ class Result:
     def checks(self):
         """The log's check lines alone."""
         return [line for line in self.log if line.startswith("ZTLOG_")]
+
+
+def install(folder):
+    """Puts the built program into a folder; the fixture `folder` has it already."""
+    assert PROGRAM.exists(), f"{PROGRAM} is missing: build it first"
+    shutil.copy(PROGRAM, Path(folder) / "Crashvane.exe")
 
 
 def run(folder, args, code_page=1252, proxy=None, env=None, cwd=None, program="Crashvane.exe", timeout=LIMIT):

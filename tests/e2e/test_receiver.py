@@ -13,24 +13,14 @@ import pytest
 
 from receivers import DIRECT, Receiver
 from wine import ROOT
+from wire import FIRST_BOUNDARIES, body_of
 
 SESSION = "/dumpserver/dumpsession.php"
 DUMP_FILE = "/dumpserver/dumpfile.php"
 DUMP_TYPE = "/dump_api/get_dump_type"
-BOUNDARY = "---------------------------0000002900004823"
+BOUNDARY = FIRST_BOUNDARIES[0]
 SESSION_FIELDS = {"clientname": "a.exe", "newuuid": "n", "project": "QRL", "uuid": "u", "ver": "1", "verex": "x"}
 PACKAGE_FIELDS = {"filename": "Crash_7.zip", "guid": "g", "key": "k", "project": "QRL", "remark": ""}
-
-
-def body_of(fields, file=None, file_name="C:\\Game\\Crash_7.zip", boundary=BOUNDARY):
-    """A body as senders write it, with the extra line end behind the last value when there is no file."""
-    pairs = fields.items() if isinstance(fields, dict) else fields
-    text = "".join(f'--{boundary}\r\nContent-Disposition: form-data; name="{name}"\r\n\r\n{value}\r\n'
-                   for name, value in pairs).encode()
-    if file is not None:
-        text += (f'--{boundary}\r\nContent-Disposition: form-data; name="File"; filename="{file_name}"\r\n'
-                 "Content-Type: application/octet-stream\r\n\r\n").encode() + file
-    return text + f"\r\n--{boundary}--\r\n".encode()
 
 
 def archive_of(**files):
