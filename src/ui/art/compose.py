@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Writes the vector drawings beside itself: banner_<id>.svg for every product, icon.svg and icon_small.svg."""
+"""Writes the vector drawings beside itself: banner_<id>.svg for every product, the icons are drawn by hand."""
 import json
 import pathlib
 
 import emblems
-import scenes
+from scenes import brenn, crashvane, crossing, cymra, fyrn, galdor, hesk, orvel, talis
 from svg import HEIGHT, WIDTH, circle, document, group, horizontal, num, path, poly, radial, rect, stroke, vertical
 
 HERE = pathlib.Path(__file__).resolve().parent
@@ -12,19 +12,19 @@ WORDS = json.loads((HERE / "lettering.json").read_text(encoding="utf-8"))
 
 # id, name, emblem, scene, enamel of the medallion (light, dark), edition mark
 BANNERS = (
-    (130, "BRENN", emblems.flaming_sword, lambda: scenes.brenn("dusk"), ("#a8341c", "#3a0a0c"), None),
-    (131, "FYRN", emblems.stag, scenes.fyrn, ("#2f8f56", "#0a2c1c"), None),
-    (132, "GALDOR", emblems.rune_star, scenes.galdor, ("#4a3aa8", "#120c3c"), None),
-    (135, "CRASHVANE", emblems.broken_vane, scenes.crashvane, ("#47708c", "#101f2e"), None),
-    (136, "CYMRA", emblems.triskele, scenes.cymra, ("#2f7a3a", "#0c2c14"), None),
-    (144, "HESK", emblems.war_axe, scenes.hesk, ("#2f7aa8", "#0a2840"), None),
-    (146, "ORVEL", emblems.sun_compass, lambda: scenes.orvel("noon"), ("#1f8a9c", "#07343f"), None),
-    (151, "BRENN", emblems.flaming_sword, lambda: scenes.brenn("night"), ("#2f5aa8", "#0a143c"), "한국어"),
-    (153, "XX", emblems.crossed_swords, scenes.crossing, ("#5a5f6c", "#17181f"), None),
-    (154, "TALIS", emblems.amulet, scenes.talis, ("#8a5aa8", "#2c1444"), None),
-    (156, "BRENN", emblems.flaming_sword, lambda: scenes.brenn("morning"), ("#1f8a78", "#06302c"), "TIẾNG VIỆT"),
-    (157, "ORVEL", emblems.sun_compass, lambda: scenes.orvel("night"), ("#4a4aa8", "#100c3c"), "VNIB"),
-    (158, "BRENN", emblems.flaming_sword, lambda: scenes.brenn("twilight"), ("#7a3a9c", "#22083c"), "繁體中文"),
+    (130, "BRENN", emblems.flaming_sword, lambda: brenn.scene("dusk"), ("#a8341c", "#3a0a0c"), None),
+    (131, "FYRN", emblems.stag, fyrn.scene, ("#2f8f56", "#0a2c1c"), None),
+    (132, "GALDOR", emblems.rune_star, galdor.scene, ("#4a3aa8", "#120c3c"), None),
+    (135, "CRASHVANE", emblems.broken_vane, crashvane.scene, ("#47708c", "#101f2e"), None),
+    (136, "CYMRA", emblems.triskele, cymra.scene, ("#2f7a3a", "#0c2c14"), None),
+    (144, "HESK", emblems.war_axe, hesk.scene, ("#2f7aa8", "#0a2840"), None),
+    (146, "ORVEL", emblems.sun_compass, lambda: orvel.scene("noon"), ("#1f8a9c", "#07343f"), None),
+    (151, "BRENN", emblems.flaming_sword, lambda: brenn.scene("night"), ("#2f5aa8", "#0a143c"), "한국어"),
+    (153, "XX", emblems.crossed_swords, crossing.scene, ("#5a5f6c", "#17181f"), None),
+    (154, "TALIS", emblems.amulet, talis.scene, ("#8a5aa8", "#2c1444"), None),
+    (156, "BRENN", emblems.flaming_sword, lambda: brenn.scene("morning"), ("#1f8a78", "#06302c"), "TIẾNG VIỆT"),
+    (157, "ORVEL", emblems.sun_compass, lambda: orvel.scene("night"), ("#4a4aa8", "#100c3c"), "VNIB"),
+    (158, "BRENN", emblems.flaming_sword, lambda: brenn.scene("twilight"), ("#7a3a9c", "#22083c"), "繁體中文"),
 )
 
 MEDAL_X, MEDAL_Y, MEDAL_R = 45, 38, 30
@@ -40,8 +40,7 @@ def metals():
             '<linearGradient id="flame" x1="0" y1="0" x2="0" y2="1"><stop offset="0" stop-color="#ffe27a"/>'
             '<stop offset="0.5" stop-color="#ff9a2c"/><stop offset="1" stop-color="#d8321c"/></linearGradient>',
             '<linearGradient id="ember" x1="0" y1="0" x2="0" y2="1"><stop offset="0" stop-color="#ffb15a"/>'
-            '<stop offset="0.5" stop-color="#f0582c"/><stop offset="1" stop-color="#a82418"/></linearGradient>',
-            vertical("letter", [(0, "#fffbe6"), (0.42, "#ffe9a6"), (0.5, "#e3ad45"), (1, "#fff0ba")], 22, 50)]
+            '<stop offset="0.5" stop-color="#f0582c"/><stop offset="1" stop-color="#a82418"/></linearGradient>']
 
 
 def medallion(emblem, enamel):
@@ -61,20 +60,22 @@ def medallion(emblem, enamel):
     return defs, body
 
 
+def name_size(name):
+    return min(37.0, NAME_WIDEST / WORDS[name]["width"])
+
+
 def lettering(name, mark):
     """The name in gold over its own shadow, a rule with a lozenge under it, and the edition's mark."""
-    word = WORDS[name]
-    size = min(37.0, NAME_WIDEST / word["width"])
-    base = 38 + size * 0.35 - 4
+    word, size = WORDS[name], name_size(name)
+    base = 38 + size * 0.35 - (6 if mark else 4)
     place = f"translate({NAME_X},{num(base)}) scale({num(size)})"
     width, dark = word["width"] * size, "#1a0f08"
-    thin = num(1 / size)
     body = [path(word["path"], "#000000", f'transform="translate({num(NAME_X + 1.2)},{num(base + 1.8)}) scale({num(size)})" '
                  f'stroke="#000000" stroke-width="{num(3 / size)}" stroke-linejoin="round" opacity="0.4"'),
             path(word["path"], dark, f'transform="{place}" stroke="{dark}" stroke-width="{num(3.4 / size)}" stroke-linejoin="round"'),
             f'<g transform="{place}"><path d="{word["path"]}" fill="url(#face)"/></g>']
     defs = [vertical("face", [(0, "#fffdf0"), (0.45, "#ffe8a0"), (0.55, "#dca23c"), (1, "#ffeeb4")], -0.7, 0)]
-    rule = base + 9
+    rule = base + (13 if mark else 9)
     left, right = NAME_X + 1, NAME_X + width - 1
     end = right
     if mark:
@@ -113,7 +114,8 @@ def frame():
 
 def banner(name, emblem, scene, enamel, mark):
     defs, body = scene()
-    shade = [horizontal("shade", [(0, "#000000", 0.62), (0.42, "#000000", 0.42), (0.62, "#000000", 0)])]
+    end = NAME_X + name_size(name) * WORDS[name]["width"]
+    shade = [horizontal("shade", [(0, "#000000", 0.6), (0.6, "#000000", 0.42), (1, "#000000", 0)], 0, end + 50)]
     medal_defs, medal = medallion(emblem, enamel)
     word_defs, word = lettering(name, mark)
     return document(WIDTH, HEIGHT, metals() + defs + shade + medal_defs + word_defs,

@@ -19,10 +19,10 @@ def sword(blade=SILVER, hilt=GOLD):
 
 
 def flaming_sword(flame="url(#flame)"):
-    wing = path("M-2,9C-10,9 -19,4 -17.5,-9C-16,-5 -14,-3.4 -12.6,-3.6C-14.4,-9 -12.6,-14 -8.6,-18"
-                "C-9.2,-13.6 -7.8,-11.4 -5.6,-9.6C-6,-13 -5,-16 -3.4,-18.4C-3.6,-12 -3,-6 -2,9Z", flame, EDGE)
-    heart = path("M-2.4,6C-8,5.6 -13,2 -12.8,-2.6C-10.6,0 -8.8,-0.6 -9.2,-6C-7,-2 -4.6,-3 -4,-7Z", "#ffe9a8",
-                 'opacity="0.75"')
+    wing = path("M-3,10.4C-12,11 -20,4 -18.4,-7C-17.4,-3.6 -15.8,-1.8 -14.2,-1.4C-16.4,-8 -14.6,-14.4 -10.6,-18"
+                "C-11.4,-13 -9.6,-9.4 -7.4,-7.6C-8,-12.6 -6.6,-17 -4.2,-20.6C-4.2,-14 -3.4,-6 -3,10.4Z", flame, EDGE)
+    heart = path("M-3.6,7.6C-9.6,7.6 -14,3.4 -14,-0.6C-11.6,1.6 -9.8,1.2 -10.2,-4.6C-8,-0.8 -5.4,-1.6 -4.6,-8Z",
+                 "#ffe9a8", 'opacity="0.8"')
     return [mirrored(wing + heart)] + sword()
 
 
@@ -98,8 +98,8 @@ def crossed_swords():
 
 
 def amulet():
-    wing = path("M-6,-7C-12,-12 -18,-11 -20.4,-15C-21,-8 -18,-4.6 -15.6,-3.4C-17,-3.2 -18,-3.4 -18.8,-4C-18,0.6 -14.6,2.6 "
-                "-12.4,3C-13.4,3.4 -14.2,3.4 -15,3.2C-13.4,6.6 -9.6,7 -6.4,6Z", GOLD, EDGE)
+    wing = path("M-6,-7C-12,-12 -18,-11 -20.4,-15C-21,-8 -18,-4.6 -15.6,-3.4C-17,-3.2 -18,-3.4 -18.8,-4"
+                "C-18,0.6 -14.6,2.6 -12.4,3C-13.4,3.4 -14.2,3.4 -15,3.2C-13.4,6.6 -9.6,7 -6.4,6Z", GOLD, EDGE)
     veins = stroke("M-8,-4C-12,-7 -15,-8 -18,-10M-8,0C-11,-1.4 -13.6,-1.6 -15.6,-1.6", "#6a3d0a", 0.7)
     return [mirrored(wing + veins), poly([(0, -15), (8.6, -6), (8.6, 5), (0, 17), (-8.6, 5), (-8.6, -6)], GOLD, EDGE),
             poly([(0, -12), (6.4, -5), (6.4, 4.4), (0, 13.4), (-6.4, 4.4), (-6.4, -5)], "#13a7a0"),
@@ -116,11 +116,10 @@ def amulet():
 
 def broken_vane():
     """The house's own mark: a weather vane whose arrow has snapped."""
-    tail = path("M-20,-12L-13,-7.6H-3.4L-5.6,-4.9L-2.6,-2.4H-13L-20,2L-16.6,-5Z", GOLD, EDGE)
-    head = path("M0.6,-7.6H9V-12L20,-5L9,2V-2.4H1.6L3.6,-4.9Z", "url(#ember)", EDGE)
-    return [rect(SILVER, -1.4, -3, 2.8, 23, EDGE), tail,
-            f'<g transform="rotate(24 2,-5) translate(1.6,1)">{head}</g>', circle(0, -5, 0.1, DARK),
-            stroke("M-9.4,9.6H9.4", DARK, 3), stroke("M-9.4,9.6H9.4", SILVER, 1.7),
-            circle(-10.4, 9.6, 2.3, GOLD, EDGE), circle(10.4, 9.6, 2.3, GOLD, EDGE), circle(0, 9.6, 2.9, GOLD, EDGE),
-            path("M0.4,-19L3.4,-14.4L0.6,-14.8L2,-10.4L-3,-15.4L-0.2,-15Z", "#ffe27a", EDGE),
-            path("M-7,21.4Q0,17 7,21.4Z", GOLD, EDGE)]
+    tail = path("M-21.6,-14L-14.6,-9.4H-1.6L-4.4,-5.8L-1.2,-2.6H-14.6L-21.6,2L-17.8,-6Z", GOLD, EDGE)
+    head = path("M0.6,-9.4H8.4V-14L20.6,-6L8.4,2V-2.6H1.8L4.6,-5.8Z", "url(#ember)", EDGE)
+    return [rect(SILVER, -1.6, -14, 3.2, 33, EDGE), circle(0, -16, 3, GOLD, EDGE), tail,
+            f'<g transform="translate(1.6,2) rotate(28 2,-6)">{head}</g>',
+            stroke("M-9.4,11H9.4", DARK, 3.6), stroke("M-9.4,11H9.4", SILVER, 2.2),
+            circle(-10.4, 11, 2.5, GOLD, EDGE), circle(10.4, 11, 2.5, GOLD, EDGE), circle(0, 11, 3.2, GOLD, EDGE),
+            path("M-8,22Q0,16.4 8,22Z", GOLD, EDGE)]

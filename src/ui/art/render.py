@@ -19,7 +19,7 @@ BANNER_WIDTH, BANNER_HEIGHT = 449, 76
 OVERSAMPLING = 4
 COLOURS = 256
 ICON_SIZES = (16, 24, 32, 48, 256)
-SMALL_ICON = 24   # up to this size the simplified drawing is used
+ICON_SOURCES = {16: "icon_16.svg", 24: "icon_24.svg"}   # simplified and fitted to their pixels
 
 
 def raster(source, width, height):
@@ -44,8 +44,9 @@ def render_banner(source):
 
 def icon_image(size):
     """One image of the icon: PNG for the largest, 32-bit bitmap with its mask for the others."""
-    image = raster(HERE / ("icon_small.svg" if size <= SMALL_ICON else "icon.svg"), size, size)
+    image = raster(HERE / ICON_SOURCES.get(size, "icon.svg"), size, size)
     if size == 256:
+        image = image.quantize(192, method=Image.FASTOCTREE, dither=Image.NONE).convert("RGBA")   # packs better
         packed = io.BytesIO()
         image.save(packed, "PNG", optimize=True)
         return packed.getvalue()

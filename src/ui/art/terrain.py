@@ -2,7 +2,7 @@
 import math
 import random
 
-from svg import HEIGHT, WIDTH, circle, ellipse, group, num, path, poly, radial, rect, stroke, vertical
+from svg import HEIGHT, circle, group, num, path, poly, radial, rect, stroke, vertical
 
 
 def sky(colours):
@@ -41,17 +41,26 @@ def ridge(name, points, top_colour, foot_colour, top, bottom=HEIGHT):
     return [vertical(name, [(0, top_colour), (1, foot_colour)], top, bottom)], [poly(shape, f"url(#{name})")]
 
 
-def facets(points, light, opacity, reach=9, slant=0.6):
-    """The lit side of every summit of a skyline: what makes a mountain of a silhouette."""
+def facets(points, light, opacity, reach=9, shadow=None):
+    """Caps the summits of a skyline with light (snow, sun), and with `shadow` on their far side when it is given."""
     body = []
-    for i in range(2, len(points) - 2):
+    for i in range(1, len(points) - 1):
         x, y = points[i]
-        if y < points[i - 1][1] and y <= points[i + 1][1] and y < points[i - 2][1] and y < points[i + 2][1]:
-            down = [p for p in points[i:i + 7]]
-            foot = (x + reach * 0.25, y + reach * 1.5)
-            mid = (x + reach * slant * 0.35, y + reach * 0.7)
-            body.append(poly(down + [(down[-1][0] - 1, down[-1][1] + reach * 0.6), foot, mid], light,
-                             f'opacity="{num(opacity)}"'))
+        if y > min(py for _, py in points[max(0, i - 5):i + 6]):
+            continue
+        for side, tint in ((1, light), (-1, shadow)):
+            slope = [(x, y)]
+            at = i + side
+            while 0 <= at < len(points) and points[at][1] < y + reach and points[at][1] >= slope[-1][1] - 1:
+                slope.append(points[at])
+                at += side
+            if tint is None or len(slope) < 2:
+                continue
+            wide = max(3.0, abs(slope[-1][0] - x))
+            low = slope[-1][1]
+            hem = [(x + side * wide * share, y + (low - y) * (share + drop) + 1.2) for share, drop in
+                   ((0.8, 0.34), (0.62, 0.16), (0.44, 0.62), (0.3, 0.3), (0.12, 0.72), (0, 0.44))]
+            body.append(poly(slope + hem, tint, f'opacity="{num(opacity)}"'))
     return body
 
 
@@ -90,15 +99,23 @@ def stars(seed, count, left, right, bottom, colour="#ffffff"):
 
 
 def cloud(x, y, wide, tall, colour, opacity, seed=1):
-    """A flat-bottomed bank of cloud."""
-    dice, data = random.Random(seed), f"M{num(x - wide / 2)},{num(y)}"
-    humps = 6
-    for i in range(humps):
-        share = math.sin(math.pi * (i + 0.5) / humps)
-        rise = tall * share * dice.uniform(0.7, 1.2) + 0.8
-        data += f"q{num(wide / humps / 2)},{num(-2 * rise + 0.6)} {num(wide / humps)},0"
-    data += f"q{num(-wide / 2)},{num(tall * 0.5)} {num(-wide)},0Z"
-    return path(data, colour, f'opacity="{num(opacity)}"')
+    """A flat-bottomed bank of cloud heaped from puffs of uneven size, with a lighter crest."""
+    dice, puffs, crests = random.Random(seed), "", ""
+    at = -wide / 2
+    while at < wide / 2:
+        share = max(0.12, math.cos(math.pi * at / wide)) * dice.uniform(0.55, 1.05)
+        radius = tall * share
+        puffs += (f"M{num(x + at - radius * 1.5)},{num(y)}a{num(radius * 1.5)},{num(radius)} 0 0 1 "
+                  f"{num(radius * 3)},0Z")
+        crests += (f"M{num(x + at - radius * 0.9)},{num(y - radius * 0.6)}a{num(radius)},{num(radius * 0.62)} 0 0 1 "
+                   f"{num(radius * 1.7)},{num(-radius * 0.1)}q{num(-radius * 0.8)},{num(-radius * 0.3)} "
+                   f"{num(-radius * 1.7)},{num(radius * 0.1)}Z")
+        at += max(2.5, radius * dice.uniform(0.7, 1.5))
+    foot = (f"M{num(x - wide / 2 - tall)},{num(y)}h{num(wide + 2 * tall)}q{num(-wide * 0.3)},{num(tall * 0.4)} "
+            f"{num(-wide / 2 - tall)},{num(tall * 0.3)}q{num(-wide * 0.3)},{num(tall * 0.1)} "
+            f"{num(-wide / 2 - tall)},{num(-tall * 0.3)}Z")
+    return group([path(puffs + foot, colour), path(crests, "#ffffff", 'opacity="0.22"')], "",
+                 f'opacity="{num(opacity)}"')
 
 
 def streak(x, y, wide, tall, colour, opacity):
@@ -154,6 +171,3 @@ def gather(*pieces):
             body += piece if isinstance(piece, list) else [piece]
     return defs, body
 
-
-__all__ = ["WIDTH", "bird", "cloud", "ellipse", "embers", "facets", "gather", "group", "height_at", "mist",
-           "pines", "profile", "ridge", "sky", "stars", "streak", "sun", "tower"]
