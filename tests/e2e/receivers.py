@@ -12,7 +12,7 @@ DIRECT = urllib.request.build_opener(urllib.request.ProxyHandler({}))
 
 @dataclass
 class Received:
-    """One request that the receiver kept: endpoint is "playerlogin", "session", "dumpinfo", "dumptype" or "dumpfile"."""
+    """One kept request; endpoint is "playerlogin", "session", "dumpinfo", "dumptype" or "dumpfile"."""
     number: int
     endpoint: str
     status: int

@@ -116,7 +116,8 @@ def write_tree(lines, tree, depth):
             write_tree(lines, value, depth + 1)
             lines.append(f"{blanks}</{name}>")
         else:
-            lines.append(blanks + (empty_element(name, dict(value)) if isinstance(value, list) else element(name, value)))
+            written = empty_element(name, dict(value)) if isinstance(value, list) else element(name, value)
+            lines.append(blanks + written)
 
 
 def write_list(lines, name, elements):

@@ -70,8 +70,8 @@ WHOLE = report()
     b"", b"\0", b"\0" * 5000, b"<", b"plain text", WHOLE[:40], WHOLE[:len(WHOLE) // 2], WHOLE[:-20],
     WHOLE.replace(b"</Exception>", b"</Exceptional>"), WHOLE.replace(b"<Product>", b"<Product"),
     WHOLE.replace(b'Project="', b"Project="), b"<!-- never closed", b"<!DOCTYPE x [",
-], ids=["empty", "NUL", "NULs", "less-than", "text", "cut at 40", "cut in the middle", "cut at the end", "foreign end tag",
-        "open tag", "open quote", "open comment", "open DOCTYPE"])
+], ids=["empty", "NUL", "NULs", "less-than", "text", "cut at 40", "cut in the middle", "cut at the end",
+        "foreign end tag", "open tag", "open quote", "open comment", "open DOCTYPE"])
 def test_a_malformed_report_is_refused_and_deleted(ready, receiver, content):
     (ready / "CrashReport.xml").write_bytes(content)
     result = run(ready, ARGS)
@@ -93,7 +93,7 @@ def test_a_foreign_document_is_refused(ready, receiver, content):
     b"\xef\xbb\xbf" + WHOLE, "\ufeff".encode("utf-16-le") + WHOLE.decode("cp936").encode("utf-16-le"),
     WHOLE.decode("cp936").encode("utf-16-be"), WHOLE[:100] + b"\0" + WHOLE[100:], WHOLE + WHOLE, WHOLE + b"\0trailing",
     b"<!-- " + b"x" * 100000 + b" -->" + WHOLE, WHOLE.replace(b"gb2312", b"utf-8")],
-    ids=["UTF-8 mark", "UTF-16", "UTF-16 without mark", "NUL inside", "twice", "trailing bytes", "comment before", "utf-8"])
+    ids=["UTF-8 mark", "UTF-16", "UTF-16 without mark", "NUL inside", "twice", "trailing bytes", "comment", "utf-8"])
 def test_a_report_in_another_dress_is_refused_or_sent(ready, receiver, content):
     (ready / "CrashReport.xml").write_bytes(content)
     result = run(ready, ARGS)
@@ -172,7 +172,8 @@ def test_format_directives_pass_through_every_text(ready, receiver):
     assert fields["os"] == texts["Machine.OS"]
     assert fields["custominfo"] == "%n%n%n%s;"
     saved = {**texts, **SAVED, "Product.ProductBitType": "x64"}
-    assert contents(receiver.requests[2])["CrashReport.xml"] == report(saved, custom_infos=["%n%n%n%s"], custom_files=["%s%n"])
+    whole = report(saved, custom_infos=["%n%n%n%s"], custom_files=["%s%n"])
+    assert contents(receiver.requests[2])["CrashReport.xml"] == whole
 
 
 def assert_sent_without_dump(result, receiver):
@@ -182,10 +183,11 @@ def assert_sent_without_dump(result, receiver):
 
 
 def test_very_long_texts_arrive_whole(ready, receiver):
-    write_report(ready, changes={"Machine.OS": "o" * 100000}, custom_infos=["line %d" % number for number in range(3000)])
+    lines = [f"line {number}" for number in range(3000)]
+    write_report(ready, changes={"Machine.OS": "o" * 100000}, custom_infos=lines)
     fields = assert_sent(run(ready, ARGS), receiver)
     assert fields["os"] == "o" * 100000
-    assert fields["custominfo"] == "".join("line %d;" % number for number in range(3000))
+    assert fields["custominfo"] == "".join(line + ";" for line in lines)
 
 
 def test_markup_in_texts_arrives_as_it_was_meant(ready, receiver):
@@ -193,7 +195,8 @@ def test_markup_in_texts_arrives_as_it_was_meant(ready, receiver):
     write_report(ready, changes={"Machine.OS": text}, custom_infos=[text])
     fields = assert_sent(run(ready, ARGS), receiver)
     assert (fields["os"], fields["custominfo"]) == (text, text + ";")
-    assert contents(receiver.requests[2])["CrashReport.xml"] == report({"Machine.OS": text, **SAVED}, custom_infos=[text])
+    whole = report({"Machine.OS": text, **SAVED}, custom_infos=[text])
+    assert contents(receiver.requests[2])["CrashReport.xml"] == whole
 
 
 def test_white_space_around_and_inside_texts_is_condensed_when_loaded(ready, receiver):

@@ -10,8 +10,9 @@ from wine import windows_path
 ARGS = ["-f", "CrashReport.xml", "-a", "-d", "-b"]
 CHINESE = {"Exception.ExceptionModuleName": "引擎.dll", "Machine.OS": "视窗 10 专业版", "Machine.Processor": "处理器",
            "Product.ProductName": "客户端.exe", "Machine.VideoCardInfo.VideoCardDescription": "显卡 & <驱动>"}
-WESTERN = {"Exception.ExceptionModuleName": "moteur_é.dll", "Machine.OS": "Système 10 – édition", "Machine.Processor": "µP “x”",
-           "Product.ProductName": "jeu€.exe", "Machine.VideoCardInfo.VideoCardDescription": "Größe & <ß>"}
+WESTERN = {"Exception.ExceptionModuleName": "moteur_é.dll", "Machine.OS": "Système 10 – édition",
+           "Machine.Processor": "µP “x”", "Product.ProductName": "jeu€.exe",
+           "Machine.VideoCardInfo.VideoCardDescription": "Größe & <ß>"}
 
 
 @pytest.mark.parametrize("code_page, encoding, texts", [(936, "cp936", CHINESE), (1252, "cp1252", WESTERN)])
@@ -44,7 +45,7 @@ def test_a_chinese_report_on_a_western_system_is_saved_byte_for_byte(folder, rec
 
 
 @pytest.mark.parametrize("code_page, name, encoding", [(936, "崩溃 报告 发送", "cp936"), (1252, "Jeu d'été & co", "cp1252")])
-def test_works_in_a_folder_whose_name_has_blanks_and_letters_of_the_code_page(folder, receiver, code_page, name, encoding):
+def test_works_in_a_folder_with_blanks_and_letters_of_the_code_page(folder, receiver, code_page, name, encoding):
     place = folder / name
     place.mkdir()
     install(place)

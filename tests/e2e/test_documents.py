@@ -40,7 +40,8 @@ def test_the_session_example_is_what_the_program_sends(folder, raw_server):
     assert request.header("Content-Type") == content_type(example("session"))
 
 
-@pytest.mark.parametrize("name, path", [("session", "/dumpserver/dumpsession.php"), ("dumptype", "/dump_api/get_dump_type")])
+@pytest.mark.parametrize("name, path", [
+    ("session", "/dumpserver/dumpsession.php"), ("dumptype", "/dump_api/get_dump_type")])
 def test_the_receiver_reads_the_examples(receiver, name, path):
     body = example(name)
     assert post(receiver.url + path, body, content_type(body))[0] == 200

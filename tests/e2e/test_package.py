@@ -62,7 +62,8 @@ def test_holds_the_completed_report_the_dump_and_the_custom_files_in_order(compl
         assert [info.compress_type for info in archive.infolist()] == [8, 8, 8, 0, 8, 8]
 
 
-@pytest.mark.parametrize("program", [["unzip", "-t"], ["zipinfo", "-v"], ["7z", "t"], ["bsdtar", "-xOf"], ["zip", "-T"]])
+@pytest.mark.parametrize("program", [
+    ["unzip", "-t"], ["zipinfo", "-v"], ["7z", "t"], ["bsdtar", "-xOf"], ["zip", "-T"]])
 def test_other_programs_read_it_without_a_warning(complete, receiver, program):
     write_files(complete, **{"a.log": b"line\r\n" * 5000, "b.gz": random_bytes(3000), "empty": b""})
     write_report(complete, dump=bytes(1 << 20) + random_bytes(1 << 16), custom_files=["a.log", "b.gz", "empty"])

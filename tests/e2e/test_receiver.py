@@ -195,7 +195,8 @@ def test_says_in_one_line_what_keeps_it_from_starting(options, why):
 def test_says_in_one_line_that_its_port_is_taken():
     with socket.create_server(("127.0.0.1", 0)) as taken:
         port = taken.getsockname()[1]
-        assert_does_not_start(["--port", str(port)], f"receiver: cannot listen on 127.0.0.1:{port}: Address already in use")
+        why = f"receiver: cannot listen on 127.0.0.1:{port}: Address already in use"
+        assert_does_not_start(["--port", str(port)], why)
 
 
 def assert_does_not_start(options, why):

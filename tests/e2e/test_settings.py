@@ -110,9 +110,9 @@ def test_an_address_path_of_255_characters_is_sent_and_a_longer_one_is_not(folde
     assert (process_error("nRetCode", "SendActiveMachine") in result.log) != sent
 
 
-@pytest.mark.parametrize("url", ["HTTP:{}", "Http:{}", "ftp:{}", "gopher:{}", "{}", "no address at all", "http:", "http://",
-                                 "http://127.0.0.1:65536/x", "h" * 16 + ":{}", "x" * 1023, "x" * 5000],
-                         ids=range(12))
+@pytest.mark.parametrize("url", [
+    "HTTP:{}", "Http:{}", "ftp:{}", "gopher:{}", "{}", "no address at all", "http:", "http://",
+    "http://127.0.0.1:65536/x", "h" * 16 + ":{}", "x" * 1023, "x" * 5000], ids=range(12))
 def test_an_address_that_is_none_is_a_failed_request(folder, raw_server, url):
     write_report(folder)
     write_settings(folder, raw_server.url, PlayerLoginUrl=url.format(raw_server.url[5:] + "/x"))

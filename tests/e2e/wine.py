@@ -43,7 +43,8 @@ def _prepare(code_page):
     prefix = Path(os.environ.get(variable) or ROOT / folder)
     environ = {name: value for name, value in os.environ.items()
                if not name.startswith(("LC_", "WINE")) and name.lower() not in LEFT_OUT and name not in LEFT_OUT}
-    environ.update(WINEPREFIX=str(prefix), WINEDEBUG="-all", LC_ALL=locale, WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=")
+    environ.update(WINEPREFIX=str(prefix), WINEDEBUG="-all", LC_ALL=locale,
+                   WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=")
     prefix.parent.mkdir(parents=True, exist_ok=True)
     prefix.mkdir(exist_ok=True)
     # The server leaves with 2 when another one serves this prefix already; that one is somebody else's to end.

@@ -14,7 +14,8 @@ class Endpoint:
 
 ENDPOINTS = (
     Endpoint("playerlogin", "/dumpserver/playerloginbase.php", "Active machine", (
-        "bittype", "cpubrand", "newuuid", "project", "threadtype", "totalphysmem", "uuid", "ver", "verex", "videocard")),
+        "bittype", "cpubrand", "newuuid", "project", "threadtype", "totalphysmem", "uuid", "ver", "verex",
+        "videocard")),
     Endpoint("session", "/dumpserver/dumpsession.php", "Session", (
         "clientname", "newuuid", "project", "uuid", "ver", "verex")),
     Endpoint("dumpinfo", "/dumpserver/dumpinfo.php", "Dump information", (

@@ -1,4 +1,4 @@
-"""The HTTP server under the application: threads, one connection a request, one short line a request on standard error."""
+"""The HTTP server under the application: threads, and one line a request on standard error."""
 import sys
 
 from werkzeug import serving
