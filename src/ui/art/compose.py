@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the vector drawings beside itself: banner_<id>.svg for every product, the icons are drawn by hand."""
+"""Writes banner_<id>.svg for every product beside itself; the icon's drawings are written by hand."""
 import json
 import pathlib
 
@@ -29,6 +29,8 @@ BANNERS = (
 
 MEDAL_X, MEDAL_Y, MEDAL_R = 45, 38, 30
 NAME_X, NAME_WIDEST = 88, 168
+LATIN_MARK, CJK_MARK = 8.6, 10.4   # sizes of the edition marks
+DARK, BRIGHT = "#1a0f08", "#f0c453"
 
 
 def metals():
@@ -49,8 +51,9 @@ def medallion(emblem, enamel):
     x, y, r = MEDAL_X, MEDAL_Y, MEDAL_R
     studs = [f'<g transform="rotate({turn} {x} {y})">' + circle(x, y - r + 2.2, 1, "#fff3bf") + "</g>"
              for turn in range(0, 360, 30)]
-    points = [poly([(x, y - r - 4.4), (x + 4.4, y - r + 2), (x - 4.4, y - r + 2)], "url(#gold)",
-                   f'stroke="#1a1108" stroke-width="0.8" transform="rotate({turn} {x} {y})"') for turn in (0, 90, 180, 270)]
+    tip = [(x, y - r - 4.4), (x + 4.4, y - r + 2), (x - 4.4, y - r + 2)]
+    points = [poly(tip, "url(#gold)", f'stroke="#1a1108" stroke-width="0.8" transform="rotate({turn} {x} {y})"')
+              for turn in (0, 90, 180, 270)]
     body = [circle(x + 1, y + 1.6, r + 2, "#000000", 'opacity="0.45"')] + points + [
         circle(x, y, r, "url(#gold)", 'stroke="#1a1108" stroke-width="1.2"'),
         circle(x, y, r - 2.2, "none", 'stroke="#7a4c10" stroke-width="2.2"')] + studs + [
@@ -64,51 +67,54 @@ def name_size(name):
     return min(37.0, NAME_WIDEST / WORDS[name]["width"])
 
 
+def word_path(word, x, y, size, fill, line=None):
+    """A word at its baseline; `line` is (colour, width in pixels) of an outline around it."""
+    around = f' stroke="{line[0]}" stroke-width="{num(line[1] / size)}" stroke-linejoin="round"' if line else ""
+    return path(word["path"], fill, f'transform="translate({num(x)},{num(y)}) scale({num(size)})"{around}')
+
+
 def lettering(name, mark):
     """The name in gold over its own shadow, a rule with a lozenge under it, and the edition's mark."""
     word, size = WORDS[name], name_size(name)
     base = 38 + size * 0.35 - (6 if mark else 4)
-    place = f"translate({NAME_X},{num(base)}) scale({num(size)})"
-    width, dark = word["width"] * size, "#1a0f08"
-    body = [path(word["path"], "#000000", f'transform="translate({num(NAME_X + 1.2)},{num(base + 1.8)}) scale({num(size)})" '
-                 f'stroke="#000000" stroke-width="{num(3 / size)}" stroke-linejoin="round" opacity="0.4"'),
-            path(word["path"], dark, f'transform="{place}" stroke="{dark}" stroke-width="{num(3.4 / size)}" stroke-linejoin="round"'),
-            f'<g transform="{place}"><path d="{word["path"]}" fill="url(#face)"/></g>']
-    defs = [vertical("face", [(0, "#fffdf0"), (0.45, "#ffe8a0"), (0.55, "#dca23c"), (1, "#ffeeb4")], -0.7, 0)]
     rule = base + (13 if mark else 9)
-    left, right = NAME_X + 1, NAME_X + width - 1
+    left, right = NAME_X + 1, NAME_X + word["width"] * size - 1
+    defs = [vertical("face", [(0, "#fffdf0"), (0.45, "#ffe8a0"), (0.55, "#dca23c"), (1, "#ffeeb4")], -0.7, 0)]
+    shadow = word_path(word, NAME_X + 1.2, base + 1.8, size, "#000000", ("#000000", 3))
+    body = [group([shadow], "", 'opacity="0.4"'), word_path(word, NAME_X, base, size, DARK, (DARK, 3.4)),
+            word_path(word, NAME_X, base, size, "url(#face)")]
     end = right
     if mark:
-        small = 8.6 if mark.isascii() or mark.startswith("T") else 10.4
-        long = WORDS[mark]["width"] * small
-        end = right - long - 17
-        body += ribbon(mark, small, right - long - 6, rule, long)
+        small = LATIN_MARK if "T" in mark or mark.isascii() else CJK_MARK
+        wide = WORDS[mark]["width"] * small
+        end = right - wide - 17
+        body += ribbon(mark, small, right - wide - 6, rule, wide)
     middle = (left + end) / 2
     line = f"M{num(left)},{num(rule)}H{num(middle - 7)}M{num(middle + 7)},{num(rule)}H{num(end)}"
     gem = [(middle, rule - 3), (middle + 4, rule), (middle, rule + 3), (middle - 4, rule)]
-    body += [stroke(line, dark, 3), stroke(line, "#f0c453", 1.2), poly(gem, "#f6d57a", f'stroke="{dark}" stroke-width="1"')]
+    body += [stroke(line, DARK, 3), stroke(line, BRIGHT, 1.2),
+             poly(gem, "#f6d57a", f'stroke="{DARK}" stroke-width="1"')]
     return defs, body
 
 
-def ribbon(mark, size, x, y, long):
-    tall = 6.6
-    left, right = x - 6, x + long + 6
-    shape = [(left - 4, y - tall), (right + 4, y - tall), (right, y), (right + 4, y + tall), (left - 4, y + tall), (left, y)]
-    drop = 0.37 if size > 9 else 0.36
-    return [poly(shape, "#1a1108", 'stroke="#f0c453" stroke-width="1" stroke-linejoin="round"'),
-            path(WORDS[mark]["path"], "#fff0c0", f'transform="translate({num(x)},{num(y + size * drop)}) scale({num(size)})"')]
+def ribbon(mark, size, x, y, wide):
+    tall, left, right = 6.6, x - 6, x + wide + 6
+    shape = [(left - 4, y - tall), (right + 4, y - tall), (right, y), (right + 4, y + tall), (left - 4, y + tall),
+             (left, y)]
+    return [poly(shape, DARK, f'stroke="{BRIGHT}" stroke-width="1" stroke-linejoin="round"'),
+            word_path(WORDS[mark], x, y + size * 0.365, size, "#fff0c0")]
 
 
 def frame():
     """The border that all banners share: dark edge, gold line, corner pieces."""
-    body = [f'<rect x="1" y="1" width="{WIDTH - 2}" height="{HEIGHT - 2}" fill="none" stroke="#120b06" stroke-width="2"/>',
-            f'<rect x="2.5" y="2.5" width="{WIDTH - 5}" height="{HEIGHT - 5}" fill="none" stroke="#d9a840" stroke-width="1"/>',
-            f'<rect x="3.5" y="3.5" width="{WIDTH - 7}" height="{HEIGHT - 7}" fill="none" stroke="#3a2410" stroke-width="1"/>']
-    corner = path("M2,2H17L13,6H9.5V9.5H6V13L2,17Z", "#e3b34a", 'stroke="#1a1108" stroke-width="0.8"') + \
-        path("M4,4H11L8,7H7V8L4,11Z", "#7a4c10") + circle(5.6, 5.6, 1.1, "#fff3bf")
-    for flip_x, flip_y in ((1, 1), (-1, 1), (1, -1), (-1, -1)):
-        place = f"translate({0 if flip_x > 0 else WIDTH},{0 if flip_y > 0 else HEIGHT}) scale({flip_x},{flip_y})"
-        body.append(group([corner], place))
+    lines = ((1, 2, "#120b06"), (2.5, 1, "#d9a840"), (3.5, 1, "#3a2410"))
+    body = [rect("none", inset, inset, WIDTH - 2 * inset, HEIGHT - 2 * inset,
+                 f'stroke="{colour}" stroke-width="{wide}"')
+            for inset, wide, colour in lines]
+    corner = (path("M2,2H17L13,6H9.5V9.5H6V13L2,17Z", "#e3b34a", f'stroke="{DARK}" stroke-width="0.8"'),
+              path("M4,4H11L8,7H7V8L4,11Z", "#7a4c10"), circle(5.6, 5.6, 1.1, "#fff3bf"))
+    for x, y, turn in ((0, 0, "1,1"), (WIDTH, 0, "-1,1"), (0, HEIGHT, "1,-1"), (WIDTH, HEIGHT, "-1,-1")):
+        body.append(group(corner, f"translate({x},{y}) scale({turn})"))
     return body
 
 

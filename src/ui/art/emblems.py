@@ -90,7 +90,7 @@ def sun_compass():
 
 def crossed_swords():
     body = [path("M0,21C-9,17 -12,10 -12,-2Q-6,-1 0,-5Q6,-1 12,-2C12,10 9,17 0,21Z", "#7d1520",
-                 f'stroke="url(#gold)" stroke-width="1.8"'),
+                 'stroke="url(#gold)" stroke-width="1.8"'),
             path("M0,21C-9,17 -12,10 -12,-2Q-6,-1 0,-5Z", "#b3202c", 'opacity="0.75"')]
     for turn in (-45, 45):
         body.append(f'<g transform="rotate({turn}) scale(0.98)">' + "".join(sword()) + "</g>")

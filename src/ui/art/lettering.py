@@ -3,6 +3,8 @@
 
 Run by hand, when a word is added: lettering.py TITLE_FONT LATIN_FONT CJK_FONT > lettering.json
 The title face is Cinzel Bold, the marks are set in DejaVu Serif Bold and Noto Serif CJK Bold.
+All three are free for artwork (SIL Open Font License, DejaVu: Bitstream Vera License); the tree keeps outlines of
+these words, not the fonts.
 Needs fontTools. Outlines are in units of one em, y downwards, the baseline at 0.
 """
 import json

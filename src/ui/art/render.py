@@ -24,8 +24,8 @@ ICON_SOURCES = {16: "icon_16.svg", 24: "icon_24.svg"}   # simplified and fitted 
 
 def raster(source, width, height):
     """A drawing as pixels: drawn larger, then averaged, so that fine lines keep their weight."""
-    png = subprocess.run(["rsvg-convert", "-w", str(width * OVERSAMPLING), "-h", str(height * OVERSAMPLING), str(source)],
-                         check=True, capture_output=True).stdout
+    size = ["-w", str(width * OVERSAMPLING), "-h", str(height * OVERSAMPLING)]
+    png = subprocess.run(["rsvg-convert", *size, str(source)], check=True, capture_output=True).stdout
     return Image.open(io.BytesIO(png)).convert("RGBA").resize((width, height), Image.BOX)
 
 

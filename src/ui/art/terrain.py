@@ -151,7 +151,8 @@ def embers(seed, count, left, right, top, bottom, colours):
     dice, body = random.Random(seed), []
     for _ in range(count):
         x, y = dice.uniform(left, right), dice.uniform(top, bottom)
-        body.append(circle(x, y, dice.uniform(0.35, 0.95), dice.choice(colours), f'opacity="{num(dice.uniform(0.5, 1))}"'))
+        radius, colour = dice.uniform(0.35, 0.95), dice.choice(colours)
+        body.append(circle(x, y, radius, colour, f'opacity="{num(dice.uniform(0.5, 1))}"'))
     return body
 
 

@@ -45,7 +45,7 @@ def beacon(x, y, scale):
 def scene(hour):
     light = HOURS[hour]
     x, y, radius, core, glow, reach = light["disc"]
-    far = profile(11, -5, 455, 50, 13, levels=7, peaks=((275, 24, 38), (436, 34, 52), (404, 22, 24), (205, 18, 44),
+    far = profile(11, -5, 455, 50, 13, levels=7, peaks=((275, 24, 38), (438, 24, 50), (398, 14, 24), (205, 18, 44),
                                                       (120, 16, 50)))
     mid = profile(23, -5, 455, 60, 11, levels=7, peaks=((412, 26, 50), (246, 14, 40), (160, 10, 44)))
     near = profile(37, -5, 455, 69, 7, peaks=((320, 11, 64),))
@@ -61,7 +61,7 @@ def scene(hour):
                    streak(190, 14, 130, 4, light["cloud"], 0.25), streak(390, 27, 80, 2.6, light["cloud"], 0.5),
                    streak(250, 28, 90, 2.6, light["cloud"], 0.3)],
                   ridge("far", far, *light["far"], 18, 70), facets(far, light["lit"], 0.6, 11),
-                  ridge("mid", mid, *light["mid"], 34), facets(mid, light["lit"], 0.28, 9),
+                  ridge("mid", mid, *light["mid"], 34), facets(mid, light["lit"], 0.42, 10),
                   citadel(318, 57, light["near"][0], light["window"], light["lit"]), (glows, fires),
                   ridge("near", near, *light["near"], 54),
                   pines(13, near, 362, 449, 7, 9, light["near"][0]), pines(14, near, 200, 275, 7, 8, light["near"][0]),

@@ -5,7 +5,7 @@ from terrain import bird, cloud, embers, facets, gather, profile, ridge, sky, su
 INK = "#120a0e"
 SPEARS = ((176, 71, 4, 24), (188, 71, -6, 28), (231, 71, 7, 26), (262, 70, -5, 30), (276, 70, 3, 36), (301, 69, -7, 33),
           (318, 69, 8, 25), (372, 68, 6, 32), (386, 69, -4, 38), (404, 70, 9, 30), (438, 70, -4, 34))
-BOLT = "M238,0L232,15L239,15.6L228,35L234,35.6L225,52M232,24L222,33"
+BOLT = "M250,0L244,15L251,15.6L240,35L246,35.6L237,50M244,24L234,33"
 
 
 def spear(x, foot, lean, tall):
@@ -23,7 +23,8 @@ def standard(x, foot, tall, flow):
     fold = (f"M{num(x + flow * 0.36)},{num(top - 0.6)}Q{num(x + flow * 0.5)},{top + 9} {num(x + flow * 0.4)},"
             f"{num(top + 15)}L{num(x + flow * 0.62)},{num(top + 18.6)}Q{num(x + flow * 0.66)},{top + 8} "
             f"{num(x + flow * 0.56)},{num(top + 1.4)}Z")
-    device = stroke(f"M{num(x + flow * 0.14)},{top + 4}l{num(flow * 0.16)},8m0,-8l{num(-flow * 0.16)},8", "#f0c453", 1.3)
+    arm = num(flow * 0.16)
+    device = stroke(f"M{num(x + flow * 0.14)},{top + 4}l{arm},8m0,-8l-{arm},8", "#f0c453", 1.3)
     return [stroke(f"M{x},{foot + 4}V{top - 4}", INK, 1.9), path(torn, "#b81c2c"),
             path(fold, "#4a0812", 'opacity="0.6"'), device, circle(x, top - 5, 1.7, "#d9b04c")]
 
@@ -45,7 +46,7 @@ def scene():
                   [stroke(BOLT, "#ffd9c0", 2.6, 'opacity="0.45"'), stroke(BOLT, "#fff6ea", 1)],
                   ridge("far", far, "#6a242a", "#c04c2e", 36), facets(far, "#ffb070", 0.4, 8),
                   ridge("field", field, "#2a1116", "#180a0e", 60), [spear(*place) for place in SPEARS],
-                  standard(330, 68, 48, 34), standard(416, 70, 42, 25), standard(204, 70, 38, 21),
+                  standard(330, 68, 48, 34), standard(416, 70, 42, 25), standard(200, 70, 38, 21),
                   lost_sword(352, 14), lost_sword(291, -18), lost_sword(248, 12),
                   ridge("front", front, INK, "#0a0508", 70),
                   [bird(398, 13, 4, "#0c080c"), bird(384, 20, 3, "#0c080c"), bird(305, 28, 3.4, "#0c080c")],

@@ -32,7 +32,8 @@ def bark(x, wide, lean):
 
 def fern(x, foot, scale):
     blades = "".join(f"M{num(x)},{num(foot)}q{num(dx * 0.3 * scale)},{num(-rise * scale)} {num(dx * scale)},"
-                     f"{num(-rise * 0.7 * scale)}" for dx, rise in ((-9, 6), (-6, 9), (-2, 11), (3, 11), (7, 8), (10, 5)))
+                     f"{num(-rise * 0.7 * scale)}" for dx, rise in
+                     ((-9, 6), (-6, 9), (-2, 11), (3, 11), (7, 8), (10, 5)))
     return stroke(blades, "#0a2418", 1.5 * scale)
 
 

@@ -17,11 +17,11 @@ def aurora():
             (("aurora_green", "#7a6cff", "#3fe0b0", "#c8ffd8"), ("aurora_violet", "#ff7ad8", "#9a6cff", "#a8d8ff"))]
     body = []
     for base, tall, phase, fill, strength in CURTAINS:
-        for x in range(150, WIDTH, 4):
+        for x in range(150, WIDTH, 2):
             foot = base + 7 * math.sin(x / 31 + phase) + 3 * math.sin(x / 13 + phase * 2)
-            rise = tall * (0.8 + 0.3 * math.sin(x / 7.3 + phase) + 0.2 * math.sin(x / 3.1))
+            rise = tall * (0.8 + 0.3 * math.sin(x / 9.1 + phase) + 0.16 * math.sin(x / 4.3))
             fade = strength * (0.72 + 0.28 * math.sin(x / 11 + phase))
-            body.append(rect(f"url(#{fill})", x, foot - rise, 4.2, rise, f'opacity="{num(fade)}"'))
+            body.append(rect(f"url(#{fill})", x, foot - rise, 2.1, rise, f'opacity="{num(fade)}"'))
     return defs, body
 
 
@@ -30,15 +30,16 @@ def trilithon(x, foot, wide, tall):
     side = 0 if abs(x - 345) < 5 else (1 if x < 345 else -1)
     body = []
     for at in (x - wide / 2, x + wide / 2):
-        body.append(poly([(at - 4.2, foot + 6), (at - 3, foot - tall), (at + 3, foot - tall), (at + 4.2, foot + 6)], STONE))
+        body.append(poly([(at - 4.2, foot + 6), (at - 3, foot - tall), (at + 3, foot - tall), (at + 4.2, foot + 6)],
+                         STONE))
         lean = side or (1 if at < 345 else -1)
         body.append(poly([(at + lean * 4.2, foot + 6), (at + lean * 3, foot - tall), (at + lean * 1.7, foot - tall),
                           (at + lean * 2.4, foot + 6)], EDGE, 'opacity="0.85"'))
         body.append(stroke(f"M{num(at)},{num(foot - tall * 0.8)}v{num(tall * 0.44)}m-1.8,{num(-tall * 0.38)}l3.6,2.4"
                            "m-3.6,1.8l3.6,2.4", "#8ff7ff", 0.9))
     reach = wide / 2 + 5.4
-    body.append(poly([(x - reach, foot - tall + 0.4), (x - reach + 0.8, foot - tall - 5), (x + reach - 0.8, foot - tall - 5),
-                      (x + reach, foot - tall + 0.4)], STONE))
+    under, over = foot - tall + 0.4, foot - tall - 5
+    body.append(poly([(x - reach, under), (x - reach + 0.8, over), (x + reach - 0.8, over), (x + reach, under)], STONE))
     body.append(stroke(f"M{num(x - reach + 1.4)},{num(foot - tall - 4.6)}H{num(x + reach - 1.4)}", "#b8ffe0", 0.7,
                        'opacity="0.7"'))
     return body
@@ -55,6 +56,6 @@ def scene():
                   (well, [ellipse(345, 67, 50, 20, "url(#well)"),
                           poly([(340, 0), (350, 0), (354, 68), (336, 68)], "url(#beam)")]),
                   trilithon(289, 65, 15, 18), trilithon(401, 65, 15, 18), trilithon(345, 65, 38, 27),
-                  trilithon(263, 69, 12, 13)[:3], ridge("ground", ground, "#171333", "#080716", 62),
+                  ridge("ground", ground, "#171333", "#080716", 62),
                   [path("M424,76l1.4,-13l5,-2.4l3,2l1.2,13.4ZM244,76l1,-8l4,-1l2,9Z", STONE)],
                   embers(6, 30, 300, 392, 12, 62, ("#bff8ff", "#e2d6ff")))

@@ -39,8 +39,8 @@ def dome(x, foot, wide, colour, shade):
 
 def minaret(x, top, light):
     tip = f"M{x - 2.4},{top}Q{x - 2},{top - 4} {x},{top - 7}Q{x + 2},{top - 4} {x + 2.4},{top}Z"
-    return [rect(light["city"], x - 1.7, top, 3.4, 60 - top), rect(light["shade"], x + 0.3, top, 1.4, 60 - top,
-                                                                  'opacity="0.6"'),
+    return [rect(light["city"], x - 1.7, top, 3.4, 60 - top),
+            rect(light["shade"], x + 0.3, top, 1.4, 60 - top, 'opacity="0.6"'),
             rect(light["city"], x - 2.8, top + 7, 5.6, 1.8), rect(light["shade"], x - 2.8, top + 8.8, 5.6, 0.8),
             path(tip, light["dome"]), stroke(f"M{x},{top - 6}v-3", "#ffe08a", 0.7)]
 
@@ -70,12 +70,13 @@ def scene(hour):
     night = stars(14, 70, 90, 445, 38) + [circle(303.5, 18.6, 7, "#15305f", 'opacity="0.88"')]
     caravan = [group([path(CAMEL, light["figure"])] + ([path(RIDER, light["figure"])] if ridden else []),
                      f"translate({at},{foot}) scale(0.9)")
-               for at, foot, ridden in ((236, 66.4, 0), (257, 64.8, 1), (278, 63.8, 0), (298, 64.2, 1))]
+               for at, foot, ridden in ((248, 65.4, 1), (267, 64.4, 0), (285, 63.9, 0), (303, 64.3, 1))]
     return gather(sky(light["sky"]), sun(x, y, radius, core, glow, reach), night if hour == "night" else [],
                   [streak(400, 13, 70, 3, light["lit"], 0.5), streak(220, 18, 110, 4, light["lit"], 0.3),
                    streak(290, 36, 120, 3, light["lit"], 0.35)],
                   city(light),
-                  ([vertical("dune", [(0, light["dune"][0]), (1, light["dune"][1])], 50, 70)], [path(BACK, "url(#dune)")]),
+                  ([vertical("dune", [(0, light["dune"][0]), (1, light["dune"][1])], 50, 70)],
+                   [path(BACK, "url(#dune)")]),
                   ([vertical("slope", [(0, light["mid"][0]), (1, light["mid"][1])], 58, 76)],
                    [path(MIDDLE, "url(#slope)"), path(CREST, light["lit"], 'opacity="0.35"')]), caravan,
                   ([vertical("fore", [(0, light["near"][0]), (1, light["near"][1])], 66, 76)],

@@ -27,9 +27,10 @@ def pagoda(x, foot, scale, wall="#f8ead6", roof="#c23a50"):
     body = []
     for level, wide in enumerate((15, 12, 9)):
         y, w = foot - level * 7.6 * scale, wide * scale
-        eave = (f"M{num(x - w * 0.8)},{num(y - 5.6 * scale)}Q{num(x - w * 0.4)},{num(y - 6 * scale)} {num(x - w * 0.3)},"
-                f"{num(y - 9 * scale)}H{num(x + w * 0.3)}Q{num(x + w * 0.4)},{num(y - 6 * scale)} {num(x + w * 0.8)},"
-                f"{num(y - 5.6 * scale)}Q{num(x)},{num(y - 3.8 * scale)} {num(x - w * 0.8)},{num(y - 5.6 * scale)}Z")
+        low, middle, high = num(y - 5.6 * scale), num(y - 6 * scale), num(y - 9 * scale)
+        eave = (f"M{num(x - w * 0.8)},{low}Q{num(x - w * 0.4)},{middle} {num(x - w * 0.3)},{high}H{num(x + w * 0.3)}"
+                f"Q{num(x + w * 0.4)},{middle} {num(x + w * 0.8)},{low}Q{num(x)},{num(y - 3.8 * scale)} "
+                f"{num(x - w * 0.8)},{low}Z")
         body += [rect(wall, x - w * 0.34, y - 6 * scale, w * 0.68, 6 * scale),
                  rect("#8a5a6a", x - w * 0.08, y - 4 * scale, w * 0.16, 4 * scale), path(eave, roof)]
     return body + [stroke(f"M{num(x)},{num(foot - 24 * scale)}v{num(-5 * scale)}", roof, 1)]
@@ -48,15 +49,15 @@ def distant(x, y, wide, deep):
 
 
 def scene():
-    floor = [cloud(350, 74, 130, 10, "#ffffff", 0.95, 2), cloud(240, 75, 120, 11, "#fff0f4", 0.95, 4),
-             cloud(430, 75, 70, 12, "#fff4f0", 0.97, 5), cloud(130, 76, 150, 10, "#f4e4f4", 0.8, 6)]
+    floor = [cloud(350, 71, 130, 10, "#ffffff", 0.95, 2), cloud(240, 73, 120, 11, "#fff0f4", 0.95, 4),
+             cloud(430, 71, 70, 12, "#fff4f0", 0.97, 5), cloud(130, 76, 150, 10, "#f4e4f4", 0.8, 6)]
     return gather(sky([(0, "#2a6ea8"), (0.35, "#5fb4cc"), (0.65, "#bfe4dc"), (0.85, "#ffdcd8"), (1, "#ffc4cc")]),
                   sun(366, 30, 11, "#fffdf0", "#fff4d8", 85),
                   [cloud(238, 26, 60, 7, "#f8fcff", 0.7, 3), cloud(434, 16, 36, 5, "#f8fcff", 0.7, 8),
                    cloud(372, 60, 90, 6, "#fff8f8", 0.75, 9), cloud(165, 22, 60, 6, "#f8fcff", 0.45, 7),
                    streak(330, 12, 110, 2.6, "#ffffff", 0.5)],
                   distant(258, 40, 24, 14), pagoda(258, 38.6, 0.42, "#dfe4ee", "#a88aa8"), distant(366, 19, 18, 11),
-                  distant(212, 50, 18, 9), [stroke(BRIDGE, "#6a3c4c", 1.1)],
+                  distant(231, 55, 16, 8), [stroke(BRIDGE, "#6a3c4c", 1.1)],
                   island(406, 33, 44, 26), pagoda(400, 31, 0.72), blossom(418, 31, 0.62),
                   path(RIGHT_FALL, "#ffffff", 'opacity="0.8"'), island(316, 43, 66, 27),
                   path(LEFT_FALL, "#ffffff", 'opacity="0.85"'), pagoda(327, 40, 1.05), blossom(297, 41, 0.95),
