@@ -1,0 +1,49 @@
+#include "ui/TextFit.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+inline bool operator==(const RECT& One, const RECT& Other) {
+    return EqualRect(&One, &Other) != FALSE;
+}
+
+inline void PrintTo(const RECT& One, std::ostream* pStream) {
+    *pStream << One.left << "," << One.top << " - " << One.right << "," << One.bottom;
+}
+
+namespace crashvane::test {
+namespace {
+
+constexpr RECT Bounds = {0, 0, 300, 200};
+constexpr RECT Place = {10, 100, 110, 110};
+
+TEST(TextFitTest, GrowsUpAndDownAlike) {
+    EXPECT_EQ(GrowIntoFreeSpace(Place, 30, Bounds, {}), (RECT{10, 90, 110, 120}));
+}
+
+TEST(TextFitTest, GrowsMoreOnTheSideThatHasSpace) {
+    EXPECT_EQ(GrowIntoFreeSpace(Place, 30, Bounds, {{10, 80, 110, 97}}), (RECT{10, 97, 110, 127}));
+    EXPECT_EQ(GrowIntoFreeSpace(Place, 30, Bounds, {{10, 112, 110, 120}}), (RECT{10, 82, 110, 112}));
+}
+
+TEST(TextFitTest, TakesNoMoreThanThereIs) {
+    EXPECT_EQ(GrowIntoFreeSpace(Place, 30, Bounds, {{10, 80, 110, 97}, {10, 114, 110, 120}}),
+              (RECT{10, 97, 110, 114}));
+}
+
+TEST(TextFitTest, PassesByWhatLiesAside) {
+    EXPECT_EQ(GrowIntoFreeSpace(Place, 30, Bounds, {{110, 0, 200, 200}, {0, 0, 10, 200}}), (RECT{10, 90, 110, 120}));
+}
+
+TEST(TextFitTest, StaysInsideTheBounds) {
+    EXPECT_EQ(GrowIntoFreeSpace({10, 2, 110, 12}, 30, Bounds, {}), (RECT{10, 0, 110, 30}));
+    EXPECT_EQ(GrowIntoFreeSpace({10, 190, 110, 200}, 30, Bounds, {}), (RECT{10, 170, 110, 200}));
+}
+
+TEST(TextFitTest, NeverShrinks) {
+    EXPECT_EQ(GrowIntoFreeSpace(Place, 5, Bounds, {}), Place);
+}
+
+}  // namespace
+}  // namespace crashvane::test
