@@ -21,6 +21,7 @@ target_include_directories(crashvane_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 
 target_link_options(crashvane_options INTERFACE
   -static -static-libgcc -static-libstdc++
+  -fstack-protector-strong
   -Wl,--gc-sections
   -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va
   -Wl,--no-insert-timestamp)
