@@ -18,6 +18,7 @@ import os
 import re
 import shutil
 import subprocess
+import tempfile
 from dataclasses import dataclass
 from pathlib import Path
 
@@ -60,35 +61,50 @@ def install(folder):
     shutil.copy(PROGRAM, Path(folder) / "Crashvane.exe")
 
 
-def run(folder, args, code_page=1252, proxy=None, env=None, cwd=None, program="Crashvane.exe", timeout=LIMIT):
-    """Runs the program in its folder to its end and gathers what it left.
+def run(folder, args, timeout=LIMIT, **how):
+    """Runs the program in its folder to its end and gathers what it left. how: as for start."""
+    return start(folder, args, **how).finish(timeout)
+
+
+def start(folder, args, code_page=1252, proxy=None, env=None, cwd=None, program="Crashvane.exe"):
+    """Starts the program in its folder and hands back a Run.
 
     args: its arguments. proxy: a server (anything with .url) that gets all requests, whatever address they go to.
     env: further environment variables. cwd: the current folder when it is not the program's.
     """
-    process = start(folder, args, code_page, proxy, env, cwd, program)
-    try:
-        _, stderr = process.communicate(timeout=timeout)
-    finally:
-        process.kill()
-        process.wait()
-    return collect(folder, process.returncode, stderr, code_page, cwd)
-
-
-def start(folder, args, code_page=1252, proxy=None, env=None, cwd=None, program="Crashvane.exe"):
-    """Like run, but hands back the running process (a Popen with stderr piped); collect() reads what it left."""
     changes = dict(env or {})
     if proxy is not None:
         changes["http_proxy"] = proxy.url
-    return subprocess.Popen([wine.WINE, str(Path(folder) / program), *map(str, args)], cwd=cwd or folder,
-                            env=wine.environment(code_page, **changes), stdin=subprocess.DEVNULL,
-                            stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
+    return Run(Path(folder), list(map(str, args)), code_page, changes, Path(cwd or folder), program)
 
 
-def collect(folder, exit_code, stderr, code_page=1252, cwd=None):
-    """The Result of a run that has ended."""
+class Run:
+    """A program that was started; finish() waits for its end."""
+
+    def __init__(self, folder, args, code_page, changes, cwd, program):
+        self.folder, self.code_page, self.cwd = folder, code_page, cwd
+        # A file and no pipe: background processes of Wine inherit it and would keep a pipe open.
+        self._stderr = tempfile.TemporaryFile()
+        self.process = subprocess.Popen(
+            [wine.WINE, str(folder / program), *args], cwd=cwd, env=wine.environment(code_page, **changes),
+            stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=self._stderr)
+
+    def finish(self, timeout=LIMIT):
+        """The Result; a program that does not end in time is killed and fails the test."""
+        try:
+            self.process.wait(timeout)
+        finally:
+            self.process.kill()
+            self.process.wait()
+        self._stderr.seek(0)
+        with self._stderr:
+            stderr = self._stderr.read()
+        return collect(self.folder, self.process.returncode, stderr, self.code_page, self.cwd)
+
+
+def collect(folder, exit_code, stderr, code_page, cwd):
     encoding = PYTHON_NAMES[code_page]
-    raw_log = b"".join(path.read_bytes() for path in log_files(cwd or folder))
+    raw_log = b"".join(path.read_bytes() for path in log_files(cwd))
     log, levels = [], []
     for line in raw_log.decode(encoding, "backslashreplace").split("\n")[:-1]:
         match = LINE.match(line)

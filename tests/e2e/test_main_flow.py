@@ -4,7 +4,7 @@ import zipfile
 
 import pytest
 
-from crashvane import LIMIT, check_error, process_error, process_success, run, start
+from crashvane import check_error, process_error, process_success, run, start
 from expected import DUMP_INFO, NO_LOGIN_NO_THREADS, PACKAGE, PLAYER_LOGIN, SESSION, VERSION_FILE
 from reports import report, write_report, write_settings
 from wine import windows_path
@@ -267,8 +267,7 @@ def test_senders_that_run_at_once_do_not_disturb_each_other(folder, receiver):
         write_report(folder, f"{number}.xml", dump=None, changes=changes)
         senders.append(start(folder, ["-f", f"{number}.xml", "-d", "-b"]))
     for sender in senders:
-        sender.communicate(timeout=LIMIT)
-        assert sender.returncode == 0
+        assert sender.finish().exit_code == 0
     packages = [one for one in receiver.requests if one.endpoint == "dumpfile"]
     assert sorted(one.fields["guid"] for one in packages) == [f"guid-{number}" for number in range(4)]
     assert len({one.fields["filename"] for one in packages}) == 4
