@@ -1,0 +1,56 @@
+#include "driver/Hardening.h"
+
+#include <windows.h>
+
+#include <delayimp.h>
+
+#include <cstdlib>
+#include <exception>
+
+#include "driver/SystemLibrary.h"
+
+namespace crashvane {
+
+namespace {
+
+[[noreturn]] void EndQuietly() {
+    TerminateProcess(GetCurrentProcess(), EXIT_FAILURE);
+    std::abort();
+}
+
+// Asked for a library that is bound on its first call (see CMakeLists.txt); null lets the default search go on.
+FARPROC WINAPI LoadForFirstCall(unsigned uNotification, DelayLoadInfo* pInfo) {
+    if (uNotification != dliNotePreLoadLibrary) {
+        return nullptr;
+    }
+    return reinterpret_cast<FARPROC>(
+        reinterpret_cast<void*>(LoadLibraryExA(pInfo->szDll, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)));
+}
+
+LONG WINAPI EndAfterFault(EXCEPTION_POINTERS*) {
+    EndQuietly();
+}
+
+}  // namespace
+
+void HardenProcess() {
+    // Looked up, since an old system without its updates does not have it and must still start the program.
+    const auto pfnSetDefault =
+        FunctionOf<BOOL(WINAPI*)(DWORD)>(GetModuleHandleW(L"kernel32.dll"), "SetDefaultDllDirectories");
+    if (pfnSetDefault != nullptr) {
+        pfnSetDefault(LOAD_LIBRARY_SEARCH_SYSTEM32);
+    }
+    SetDllDirectoryW(L"");
+    __pfnDliNotifyHook2 = LoadForFirstCall;
+
+    // The thread's mode and not the process's: the game that is started again must not inherit it.
+    SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX, nullptr);
+    SetUnhandledExceptionFilter(EndAfterFault);
+    std::set_terminate(EndQuietly);
+}
+
+void RestoreLibrarySearch() {
+    SetDllDirectoryW(nullptr);
+}
+
+}  // namespace crashvane
