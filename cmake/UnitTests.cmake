@@ -5,8 +5,6 @@ function(crashvane_unit_tests room)
   add_executable(${room}_tests ${arg_SOURCES} ${CMAKE_SOURCE_DIR}/tests/unit/support/Main.cpp)
   target_link_libraries(${room}_tests PRIVATE ${arg_LIBRARIES} gtest crashvane_options)
   target_include_directories(${room}_tests PRIVATE ${CMAKE_SOURCE_DIR}/tests/unit)
-  # GoogleTest's macros convert and shadow as they please.
-  target_compile_options(${room}_tests PRIVATE -Wno-conversion -Wno-sign-conversion -Wno-shadow)
   set_target_properties(${room}_tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests/unit)
   file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/tests/run/${room})
   add_test(NAME ${room} COMMAND ${room}_tests WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/tests/run/${room})
