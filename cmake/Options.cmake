@@ -30,3 +30,22 @@ if(CRASHVANE_COVERAGE)
   target_compile_options(crashvane_options INTERFACE --coverage -O0 -fprofile-update=atomic)
   target_link_options(crashvane_options INTERFACE --coverage)
 endif()
+
+# Memory checks with a run-time of our own (tests/checked), trapping undefined behaviour, the library's assertions.
+if(CRASHVANE_CHECKED)
+  target_compile_options(crashvane_options INTERFACE
+    -O1 -g
+    -fsanitize=kernel-address
+    "SHELL:--param asan-instrumentation-with-call-threshold=0"
+    "SHELL:--param asan-stack=0" "SHELL:--param asan-globals=0"
+    -fsanitize=undefined -fsanitize-undefined-trap-on-error
+    -fstack-protector-all
+    # The instrumentation hides from the compiler what it needs to know for these.
+    -Wno-maybe-uninitialized -Wno-stringop-overflow -Wno-stringop-overread -Wno-array-bounds)
+  target_compile_definitions(crashvane_options INTERFACE _GLIBCXX_ASSERTIONS CRASHVANE_CHECKED)
+  set(wrapped malloc calloc realloc free memcpy memmove memset)
+  list(TRANSFORM wrapped PREPEND -Wl,--wrap=)
+  target_link_options(crashvane_options INTERFACE ${wrapped})
+  target_link_libraries(crashvane_options INTERFACE $<TARGET_OBJECTS:crashvane_checked_runtime>)
+  add_subdirectory(${CMAKE_SOURCE_DIR}/tests/checked)
+endif()
