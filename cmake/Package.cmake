@@ -15,8 +15,13 @@ install(CODE "
   set(allowed [[${CRASHVANE_ALLOW_LOCAL_HOST}]])
 ")
 install(CODE [[
-  if(host MATCHES "^(localhost|127\\.|0\\.0\\.0\\.0|\\[::1\\])" AND NOT allowed AND NOT "$ENV{CRASHVANE_ALLOW_LOCAL_HOST}")
-    message(FATAL_ERROR "This program sends its reports to ${host}, which is the player's own machine. Configure with -DCRASHVANE_SERVER_HOST=<your crash server>, or with -DCRASHVANE_ALLOW_LOCAL_HOST=ON to package it all the same.")
+  if(host MATCHES "^(localhost|127\\.|0\\.0\\.0\\.0|\\[::1\\])"
+      AND NOT allowed AND NOT "$ENV{CRASHVANE_ALLOW_LOCAL_HOST}")
+    string(CONCAT refusal
+      "Not packaged: this program sends its reports to ${host}, which is the player's own machine. "
+      "Configure with -DCRASHVANE_SERVER_HOST=<your crash server>, "
+      "or with -DCRASHVANE_ALLOW_LOCAL_HOST=ON if that is meant.")
+    message(FATAL_ERROR "${refusal}")
   endif()
 ]])
 
