@@ -19,31 +19,25 @@ std::uint32_t LittleEndian(const unsigned char* pBytes, unsigned uWidth) {
 }  // namespace
 
 ZipResult SourceFile::Open(const std::string& strPath) {
-    LARGE_INTEGER Size = {};
     m_hFile.Reset(CreateFileA(strPath.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                               FILE_ATTRIBUTE_NORMAL, nullptr));
-    // NUL, CON and pipes open as well, and reading one of them might never end.
-    if (!m_hFile || GetFileType(m_hFile.Get()) != FILE_TYPE_DISK || !GetFileSizeEx(m_hFile.Get(), &Size) ||
-        Size.HighPart != 0) {
-        return ZipNoFile;
-    }
-    m_uSize = Size.LowPart;
-    return ZipOk;
+    // The facts come first: under Wine even the question for the type counts as an access. NUL, CON and pipes open as
+    // well, and reading one of them might never end.
+    const bool bOnDisk =
+        m_hFile && GetFileInformationByHandle(m_hFile.Get(), &m_Facts) && GetFileType(m_hFile.Get()) == FILE_TYPE_DISK;
+    return bOnDisk && m_Facts.nFileSizeHigh == 0 ? ZipOk : ZipNoFile;
 }
 
 ZipResult SourceFile::Examine(EntryRecord& Entry) {
-    BY_HANDLE_FILE_INFORMATION Facts = {};
     bool bExecutable = false;
-    if (!GetFileInformationByHandle(m_hFile.Get(), &Facts) || !TestExecutable(bExecutable)) {
-        return ZipNoFile;
-    }
-    Entry.uUncompressedSize = m_uSize;
-    Entry.uExternalAttributes = ExternalAttributes(Facts.dwFileAttributes, bExecutable);
-    Entry.uModified = UnixTime(Facts.ftLastWriteTime);
-    Entry.uAccessed = UnixTime(Facts.ftLastAccessTime);
-    Entry.uCreated = UnixTime(Facts.ftCreationTime);
-    Entry.uTimeAndDate = DosTimeAndDate(Facts.ftLastWriteTime);
-    return ZipOk;
+    const ZipResult Result = TestExecutable(bExecutable) ? ZipOk : ZipNoFile;
+    Entry.uUncompressedSize = m_Facts.nFileSizeLow;
+    Entry.uExternalAttributes = ExternalAttributes(m_Facts.dwFileAttributes, bExecutable);
+    Entry.uModified = UnixTime(m_Facts.ftLastWriteTime);
+    Entry.uAccessed = UnixTime(m_Facts.ftLastAccessTime);
+    Entry.uCreated = UnixTime(m_Facts.ftCreationTime);
+    Entry.uTimeAndDate = DosTimeAndDate(m_Facts.ftLastWriteTime);
+    return Result;
 }
 
 bool SourceFile::Read(void* pBuffer, std::uint32_t uWanted, std::uint32_t& uRead) {
@@ -64,12 +58,13 @@ bool SourceFile::TestExecutable(bool& bExecutable) {
     unsigned char Start[NewHeaderOffsetAt + 4] = {};
     unsigned char NewHeader[4] = {};
     std::uint32_t uRead = 0;
-    if (m_uSize <= LargestNotExecutable) {
+    if (m_Facts.nFileSizeLow <= LargestNotExecutable) {
         return true;
     }
     bool bReadable = ReadAt(0, Start, sizeof(Start), uRead);
     const std::uint32_t uNewHeaderAt = LittleEndian(Start + NewHeaderOffsetAt, 4);
-    if (bReadable && uRead == sizeof(Start) && HasNewHeader(m_uSize, LittleEndian(Start, 2), uNewHeaderAt)) {
+    if (bReadable && uRead == sizeof(Start) &&
+        HasNewHeader(m_Facts.nFileSizeLow, LittleEndian(Start, 2), uNewHeaderAt)) {
         bReadable = ReadAt(uNewHeaderAt, NewHeader, sizeof(NewHeader), uRead);
         bExecutable = uRead == sizeof(NewHeader) && IsExecutableMark(LittleEndian(NewHeader, 4));
     }

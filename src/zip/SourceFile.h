@@ -1,6 +1,8 @@
 // A file on disk that becomes an entry: opened, examined, read.
 #pragma once
 
+#include <windows.h>
+
 #include <cstdint>
 #include <string>
 
@@ -30,7 +32,7 @@ class SourceFile {
     bool TestExecutable(bool& bExecutable);
 
     FileHandle m_hFile;
-    std::uint32_t m_uSize = 0;
+    BY_HANDLE_FILE_INFORMATION m_Facts = {};  // of the moment it was opened
 };
 
 // What stands in for a source's own facts: an ordinary file of unknown size, of now (local time, taken as if it were

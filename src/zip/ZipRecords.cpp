@@ -25,16 +25,28 @@ constexpr std::uint32_t VersionNeeded = 20;
 constexpr std::uint32_t TimeStampTag = 0x5455;  // "UT"
 constexpr std::uint32_t AllThreeTimes = 7;
 
+// One field a line, as they follow each other in the file.
+// clang-format off
 constexpr Field<Entry> LocalHeaderFields[] = {
     Always(4, 0x04034B50),  // signature: "PK", 3, 4
-    Always(2, VersionNeeded),       {2, &Entry::uFlags},      {2, &Entry::uMethod},
-    {4, &Entry::uTimeAndDate},      {4, &Entry::uCrc},        {4, &Entry::uCompressedSize},
-    {4, &Entry::uUncompressedSize}, {2, &Entry::uNameLength}, Always(2, LocalExtraSize),
+    Always(2, VersionNeeded),
+    {2, &Entry::uFlags},
+    {2, &Entry::uMethod},
+    {4, &Entry::uTimeAndDate},
+    {4, &Entry::uCrc},
+    {4, &Entry::uCompressedSize},
+    {4, &Entry::uUncompressedSize},
+    {2, &Entry::uNameLength},
+    Always(2, LocalExtraSize),
 };
 
 constexpr Field<Entry> LocalExtraFields[] = {
-    Always(2, TimeStampTag),  Always(2, LocalExtraSize - 4),  // bytes that follow
-    Always(1, AllThreeTimes), {4, &Entry::uModified},        {4, &Entry::uAccessed}, {4, &Entry::uCreated},
+    Always(2, TimeStampTag),
+    Always(2, LocalExtraSize - 4),  // bytes that follow
+    Always(1, AllThreeTimes),
+    {4, &Entry::uModified},
+    {4, &Entry::uAccessed},
+    {4, &Entry::uCreated},
 };
 
 constexpr Field<Entry> CentralHeaderFields[] = {
@@ -49,8 +61,8 @@ constexpr Field<Entry> CentralHeaderFields[] = {
     {4, &Entry::uUncompressedSize},
     {2, &Entry::uNameLength},
     Always(2, CentralExtraSize),
-    Always(2, 0),  // length of the comment
-    Always(2, 0),  // disk on which the entry starts
+    Always(2, 0),           // length of the comment
+    Always(2, 0),           // disk on which the entry starts
     {2, &Entry::uInternalAttributes},
     {4, &Entry::uExternalAttributes},
     {4, &Entry::uHeaderOffset},
@@ -76,9 +88,11 @@ constexpr Field<DirectoryEnd> EndRecordFields[] = {
     Always<DirectoryEnd>(2, 0),           // disk on which the directory starts
     {2, &DirectoryEnd::uEntries},         // on this disk
     {2, &DirectoryEnd::uEntries},         // in total
-    {4, &DirectoryEnd::uSize},           {4, &DirectoryEnd::uOffset},
-    Always<DirectoryEnd>(2, 0),  // length of the comment
+    {4, &DirectoryEnd::uSize},
+    {4, &DirectoryEnd::uOffset},
+    Always<DirectoryEnd>(2, 0),           // length of the comment
 };
+// clang-format on
 
 template <typename Record, std::size_t Count>
 constexpr std::size_t SizeOf(const Field<Record> (&Fields)[Count]) {
