@@ -11,9 +11,6 @@
 namespace crashvane {
 namespace {
 
-// What 32-bit offsets and 16-bit counts hold. The whole archive is kept within it, directory and end included.
-constexpr std::uint64_t LargestArchive = 0xFFFFFFFF;
-constexpr std::size_t MostEntries = 0xFFFF;
 constexpr std::uint64_t SmallestDeflated = 2;
 
 bool SpoilsTheArchive(ZipResult Result) {
@@ -36,8 +33,9 @@ void ReseedRandomSequence() {
 
 }  // namespace
 
-ArchiveWriter::ArchiveWriter(std::unique_ptr<Output> pOutput, alloc_func pfnAllocate, free_func pfnFree)
-    : m_Archive(std::move(pOutput)), m_Data(m_Archive, pfnAllocate, pfnFree) {}
+ArchiveWriter::ArchiveWriter(std::unique_ptr<Output> pOutput, const ArchiveLimits& Limits, alloc_func pfnAllocate,
+                             free_func pfnFree)
+    : m_Limits(Limits), m_Archive(std::move(pOutput)), m_Data(m_Archive, pfnAllocate, pfnFree) {}
 
 ZipResult ArchiveWriter::Add(const std::string& strSource, const std::string& strNameInArchive) {
     if (m_Failed != ZipOk) {
@@ -98,7 +96,7 @@ ZipResult ArchiveWriter::Begin(EntryRecord& Entry, SourceFile& Source, const std
 bool ArchiveWriter::Fits(const EntryRecord& Entry) const {
     const bool bStoredSizeKnown = Entry.uMethod == ZipStored && Entry.uUncompressedSize != UnknownSize;
     const std::uint64_t uLeast = bStoredSizeKnown ? Entry.uUncompressedSize : SmallestDeflated;
-    return m_Entries.size() < MostEntries && RoomForData(Entry) >= static_cast<std::int64_t>(uLeast);
+    return m_Entries.size() < m_Limits.uEntries && RoomForData(Entry) >= static_cast<std::int64_t>(uLeast);
 }
 
 // What the archive can still take, less everything else that the entry and the end will need.
@@ -107,7 +105,7 @@ std::int64_t ArchiveWriter::RoomForData(const EntryRecord& Entry) const {
     const std::uint64_t uDescriptor = m_Archive.CanSeek() ? 0 : DataDescriptorSize;
     const std::uint64_t uEnd = m_uDirectorySize + CentralSize(Entry) + EndRecordSize;
     const std::uint64_t uTaken = Entry.uHeaderOffset + uHeader + uDescriptor + uEnd;
-    return static_cast<std::int64_t>(LargestArchive) - static_cast<std::int64_t>(uTaken);
+    return static_cast<std::int64_t>(m_Limits.uBytes) - static_cast<std::int64_t>(uTaken);
 }
 
 ZipResult ArchiveWriter::WriteEntry(EntryRecord& Entry, SourceFile& Source) {

@@ -16,10 +16,16 @@
 
 namespace crashvane {
 
+// What 32-bit offsets and 16-bit counts hold. The whole archive is kept within it, directory and end included.
+struct ArchiveLimits {
+    std::uint64_t uBytes = 0xFFFFFFFF;
+    std::size_t uEntries = 0xFFFF;
+};
+
 class ArchiveWriter {
   public:
-    explicit ArchiveWriter(std::unique_ptr<Output> pOutput, alloc_func pfnAllocate = nullptr,
-                           free_func pfnFree = nullptr);
+    explicit ArchiveWriter(std::unique_ptr<Output> pOutput, const ArchiveLimits& Limits = ArchiveLimits(),
+                           alloc_func pfnAllocate = nullptr, free_func pfnFree = nullptr);
 
     // Adds one file under a name that need not be its own.
     ZipResult Add(const std::string& strSource, const std::string& strNameInArchive);
@@ -36,6 +42,7 @@ class ArchiveWriter {
     ZipResult AppendDescriptor(const EntryRecord& Entry, std::uint32_t uAnnouncedSize);
     bool WriteDirectory();
 
+    const ArchiveLimits m_Limits;
     ArchiveStream m_Archive;
     EntryData m_Data;
     std::vector<EntryRecord> m_Entries;

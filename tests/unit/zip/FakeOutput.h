@@ -72,8 +72,6 @@ struct BottomlessDisk {
     std::uint64_t uSize = 0;
     std::uint64_t uAt = 0;
     std::string strLast;  // the bytes of the last write
-    int nTruncated = 0;
-    bool bTruncateFails = false;
 };
 
 class BottomlessOutput final : public Output {
@@ -94,10 +92,6 @@ class BottomlessOutput final : public Output {
         return true;
     }
     bool Truncate(std::uint64_t uPosition) override {
-        if (m_Disk.bTruncateFails) {
-            return false;
-        }
-        ++m_Disk.nTruncated;
         m_Disk.uAt = m_Disk.uSize = uPosition;
         return true;
     }

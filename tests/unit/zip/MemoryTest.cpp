@@ -88,7 +88,7 @@ class EngineMemory : public testing::Test {
 
 TEST_F(EngineMemory, IsAskedForOnceAWriterAndGivenBack) {
     {
-        ArchiveWriter Writer(std::make_unique<FakeOutput>(m_Disk), EngineAllocate, EngineFree);
+        ArchiveWriter Writer(std::make_unique<FakeOutput>(m_Disk), ArchiveLimits(), EngineAllocate, EngineFree);
         const std::string strSource = m_Folder.Write("a.txt", test::Noise(100000));
         EXPECT_EQ(Writer.Add(strSource, "a.txt"), ZipOk);
         const int nAfterOne = nEngineAllocations;
@@ -104,7 +104,7 @@ TEST_F(EngineMemory, IsAskedForOnceAWriterAndGivenBack) {
 
 TEST_F(EngineMemory, ThatIsMissingIsAnErrorForGood) {
     {
-        ArchiveWriter Writer(std::make_unique<FakeOutput>(m_Disk), EngineAllocate, EngineFree);
+        ArchiveWriter Writer(std::make_unique<FakeOutput>(m_Disk), ArchiveLimits(), EngineAllocate, EngineFree);
         EXPECT_EQ(Writer.Add(m_Folder.Write("a.zip", "stored"), "a.zip"), ZipOk);
         nEngineAllocationsAllowed = 2;
         EXPECT_EQ(Writer.Add(m_Folder.Write("b.txt", "deflated"), "b.txt"), ZipWriteError);
