@@ -3,7 +3,7 @@ import re
 from pathlib import Path
 
 import tree
-from tree import ROOT, text
+from tree import ROOT, nothing, text
 
 LINK = re.compile(r"\[[^\]]*\]\(([^)\s]+)\)")
 FENCE = re.compile(r"^```.*?^```$", re.M | re.S)
@@ -38,19 +38,19 @@ def broken_links(document, body):
 
 def test_every_link_points_to_something():
     broken = [broken_links(document, outside_fences(document)) for document in tree.documents()]
-    assert sum(broken, []) == []
+    nothing(sum(broken, []))
 
 
 def test_every_path_in_a_document_is_there():
-    missing = [f"{document}: {name}" for document in tree.documents() for name in NAMED.findall(outside_fences(document))
-               if not (ROOT / name).exists()]
-    assert missing == []
+    named = [(document, name) for document in tree.documents() for name in NAMED.findall(outside_fences(document))]
+    nothing([f"{document}: {name}" for document, name in named if not (ROOT / name).exists()])
 
 
 def test_every_document_that_the_code_mentions_is_there():
-    missing = [f"{path}: {name}" for path in tree.text_files() if path.suffix != ".md"
+    missing = [f"{path}: {name}" for path in tree.text_files()
+               if path.suffix != ".md" and path.parts[:2] != ("tests", "house")
                for name in MENTION.findall(text(path)) if not (ROOT / name).exists()]
-    assert missing == []
+    nothing(missing)
 
 
 def test_every_document_can_be_reached_from_the_readme():
@@ -64,13 +64,13 @@ def test_every_document_can_be_reached_from_the_readme():
             path = (ROOT / document.parent / target.partition("#")[0]).resolve()
             if path.suffix == ".md" and path.exists():
                 next_ones.append(path.relative_to(ROOT))
-    assert sorted(set(tree.documents()) - reached) == []
+    nothing(sorted(set(tree.documents()) - reached))
 
 
 def test_pictures_of_the_documents_are_shown_somewhere():
     pictures = {path for path in tree.files() if path.parts[:2] == ("docs", "images")}
     shown = {(document.parent / target) for document in tree.documents() for target in LINK.findall(text(document))}
-    assert sorted(map(str, pictures - shown)) == []
+    nothing(sorted(map(str, pictures - shown)))
 
 
 def test_a_broken_link_is_found():

@@ -6,7 +6,7 @@ import pytest
 
 import rules
 import tree
-from tree import ROOT, text
+from tree import ROOT, nothing, text
 
 CONFIG = Path("src/driver/Config.cpp")
 
@@ -18,7 +18,7 @@ def offences(rule):
 
 @pytest.mark.parametrize("rule", rules.ALL, ids=[rule.__name__ for rule in rules.ALL])
 def test_every_text_file_keeps_the_rule(rule):
-    assert offences(rule) == []
+    nothing(offences(rule))
 
 
 @pytest.mark.parametrize("rule,path,planted,number", rules.PLANTED,
@@ -87,12 +87,12 @@ def test_everything_that_is_checked_is_text():
             text(path)
         except UnicodeDecodeError as error:
             unreadable.append(f"{path}: {error}")
-    assert unreadable == []
+    nothing(unreadable)
 
 
 def test_no_script_is_left_without_its_right_to_run():
     scripts = [path for path in tree.files() if text_begins(path, b"#!")]
-    assert [str(path) for path in scripts if not (ROOT / path).stat().st_mode & 0o100] == []
+    nothing([str(path) for path in scripts if not (ROOT / path).stat().st_mode & 0o100])
 
 
 def text_begins(path, mark):

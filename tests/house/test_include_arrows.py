@@ -7,17 +7,17 @@ import pytest
 
 import arrows
 from arrows import ALLOWED, ROOMS
-from tree import ROOT, text
+from tree import ROOT, nothing, text
 
 SOURCE = ROOT / "src"
 
 
 def test_every_include_goes_along_an_arrow():
-    assert arrows.wrong_arrows(SOURCE) == []
+    nothing(arrows.wrong_arrows(SOURCE))
 
 
 def test_every_linked_library_goes_along_an_arrow():
-    assert arrows.wrong_links(SOURCE) == []
+    nothing(arrows.wrong_links(SOURCE))
 
 
 def test_no_two_rooms_lean_on_each_other():
@@ -34,7 +34,8 @@ def test_every_folder_of_src_is_a_room():
 
 
 def test_the_architecture_page_has_the_same_arrows():
-    rows = re.findall(r"^\| `(\w+)` \| ([^|]*) \|", text(Path("docs/architecture.md")), re.M)
+    rooms = re.search(r"^## Rooms\n(.*?)^## ", text(Path("docs/architecture.md")), re.M | re.S).group(1)
+    rows = re.findall(r"^\| `(\w+)` \|([^|]*)\|", rooms, re.M)
     told = {room: set(re.findall(r"`(\w+)`", others)) for room, others in rows}
     assert told == ALLOWED
 

@@ -49,3 +49,8 @@ def documents():
 
 def version():
     return re.search(r"^project\(Crashvane VERSION ([\d.]+)", text(Path("CMakeLists.txt")), re.M).group(1)
+
+
+def nothing(found):
+    """Fails with one line for everything that was found."""
+    assert not found, "\n" + "\n".join(map(str, found))
