@@ -29,6 +29,8 @@ def pytest_sessionfinish():
 @pytest.fixture
 def folder(request):
     """A new installation folder with the program in it; it stays on disk when the test failed."""
+    if not crashvane.PROGRAM.exists():
+        pytest.fail(f"{crashvane.PROGRAM} is missing: build it first", pytrace=False)
     made = Path(tempfile.mkdtemp(prefix="crashvane-"))
     crashvane.install(made)
     yield made

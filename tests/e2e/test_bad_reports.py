@@ -190,6 +190,14 @@ def test_very_long_texts_arrive_whole(ready, receiver):
     assert fields["custominfo"] == "".join(line + ";" for line in lines)
 
 
+def test_twenty_thousand_modules_arrive_in_order(ready, receiver):
+    modules = [{"FullPath": f"C:\\Game\\{number}.dll", "BaseOfImage": f"0x{number:x}", "SizeOfImage": "0x1000",
+                "TimeDateStamp": str(number), "FileVersion": "1", "ProductVersion": ""} for number in range(20000)]
+    write_report(ready, modules=modules)
+    assert_sent(run(ready, ARGS), receiver)
+    assert contents(receiver.requests[2])["CrashReport.xml"] == report(SAVED, modules=modules)
+
+
 def test_markup_in_texts_arrives_as_it_was_meant(ready, receiver):
     text = "a < b & \"c\" > 'd'"
     write_report(ready, changes={"Machine.OS": text}, custom_infos=[text])

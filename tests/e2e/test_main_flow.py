@@ -30,8 +30,7 @@ def test_no_arguments_end_at_once_with_one_and_touch_nothing(folder, receiver):
     complete(folder, receiver)
     result = run(folder, [])
     assert result.exit_code == 1
-    assert result.log[0].startswith("cmd\t")
-    assert result.log[1:] == [process_error("argc > 1", "Config::LoadCmd"), *CONFIG_FAILED]
+    assert result.log == ["cmd\t", process_error("argc > 1", "Config::LoadCmd"), *CONFIG_FAILED]
     assert result.files == {"CrashReport.xml", "crash.dmp", "version.cfg"}
     assert receiver.requests == []
 
@@ -55,7 +54,7 @@ def test_logs_the_run_line_by_line(folder, receiver):
     result = run(folder, ["-f", "CrashReport.xml", "-a", "-m", "-d", "-b"])
     log, levels = result.log, result.levels
     program = windows_path(folder / "Crashvane.exe")
-    assert log[0].replace('"', "") == f"cmd\t{program} -f CrashReport.xml -a -m -d -b"
+    assert log[0] == "cmd\t-f CrashReport.xml -a -m -d -b"
     assert log[1:3] == NO_LOGIN_NO_THREADS
     assert re.fullmatch(re.escape(f"[WinMain] {program} v") + r"\d+\.\d+\.\d+\.\d+", log[3])
     assert log[4:6] == ["-----Process memory info-----", "PID\tEXE\tWorkingSetSize(MB)\tPagefileUsage(MB)"]
@@ -256,6 +255,17 @@ def test_the_log_stands_under_the_current_folder_and_the_settings_beside_the_pro
     assert process_error("nRetCode", "Collection::CollectLog") in result.log
     assert {"CrashReport.xml", "crash.dmp"} <= result.files
     assert not (current / "CrashReport.xml").exists()
+
+
+def test_a_log_folder_that_cannot_be_made_is_told_to_standard_error_and_all_is_sent(folder, receiver):
+    complete(folder, receiver)
+    (folder / "logs").write_bytes(b"a file")
+    result = run(folder, ["-f", "CrashReport.xml", "-a", "-m", "-d", "-b"])
+    assert result.exit_code == 0
+    assert 'ZTLog: ZT_mkdir("logs/Crashvane/") failed = ' in result.stderr
+    assert "-----End-----" in result.stderr
+    assert endpoints(receiver) == list(REFUSED)
+    assert result.files == {"version.cfg", "logs"}
 
 
 def test_senders_that_run_at_once_do_not_disturb_each_other(folder, receiver):

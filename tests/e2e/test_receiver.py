@@ -242,6 +242,17 @@ def test_goes_on_counting_in_a_folder_of_an_earlier_run(tmp_path):
             started.end()
 
 
+def test_a_half_made_folder_of_a_killed_receiver_is_not_taken_for_a_request(tmp_path):
+    (tmp_path / ".0001-session").mkdir()
+    started = Receiver(tmp_path)
+    try:
+        assert post(started.url + SESSION, GOOD) == (200, "OK")
+        assert [one.number for one in started.requests] == [2]
+        assert "Other requests (1)" in page(started)
+    finally:
+        started.end()
+
+
 def test_survives_a_sender_that_hangs_up_in_the_body(receiver):
     with socket.create_connection(("127.0.0.1", receiver.port)) as sender:
         sender.sendall(f"POST {SESSION} HTTP/1.1\r\nHost: x\r\nContent-Length: 1000\r\n"

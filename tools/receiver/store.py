@@ -24,7 +24,9 @@ class Store:
         self.folder = Path(folder).resolve()
         self.folder.mkdir(parents=True, exist_ok=True)
         self._lock = threading.Lock()
-        self._last = max((number for number, _ in self._folders()), default=0)
+        # Half-made folders of a receiver that was killed keep their numbers.
+        taken = [NAME.match(entry.name.lstrip(".")) for entry in self.folder.iterdir()]
+        self._last = max((int(match.group(1)) for match in taken if match), default=0)
 
     def keep(self, endpoint, status, form=None, refused=None):
         with self._lock:
