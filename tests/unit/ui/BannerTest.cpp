@@ -10,7 +10,7 @@ namespace {
 
 constexpr int BannerIds[] = {130, 131, 132, 135, 136, 144, 146, 151, 153, 154, 156, 157, 158};
 
-BOOL CALLBACK Count(HMODULE, const wchar_t*, wchar_t*, LONG_PTR lParam) {
+BOOL CALLBACK Count(HMODULE, const char*, char*, LONG_PTR lParam) {
     ++*reinterpret_cast<int*>(lParam);
     return TRUE;
 }
@@ -29,7 +29,7 @@ TEST(BannerTest, EveryProductsBannerLoadsInTheSizeOfItsPlace) {
 
 TEST(BannerTest, TheProgramCarriesNoOtherBitmap) {
     int nCount = 0;
-    EnumResourceNamesW(nullptr, RT_BITMAP, Count, reinterpret_cast<LONG_PTR>(&nCount));
+    EnumResourceNamesA(nullptr, RT_BITMAP, Count, reinterpret_cast<LONG_PTR>(&nCount));
     EXPECT_EQ(nCount, 13);
 }
 

@@ -123,13 +123,13 @@ TEST(DialogTemplateTest, HasItsControlsInOrderWithTheirPlacesAndStyles) {
         {1013, L"#130", uSeen, 0x20000, 0, 47, 299, 1, L""},
         {1003, L"#129", uSeen | uTab | uMultiLine | uAutoVerticalScroll | uWantReturn | uVerticalScroll, 0x200, 9, 132,
          278, 61, L""},
-        {1008, L"#130", uSeen | uGroup, 0, 8, 56, 284, 8, L""},
-        {1005, L"#130", uSeen | uGroup | uNotify, 0, 180, 87, 108, 8, L""},
+        {1008, L"#130", uSeen, 0, 8, 56, 284, 8, L""},
+        {1005, L"#130", uSeen | uNotify, 0, 180, 87, 108, 8, L""},
         {1011, L"#128", uSeen | 7, 0, 3, 121, 291, 76, L""},
-        {1009, L"#130", uSeen | uGroup, 0, 8, 72, 267, 8, L""},
-        {1010, L"#130", uSeen | uGroup, 0, 8, 87, 152, 8, L""},
+        {1009, L"#130", uSeen, 0, 8, 72, 267, 8, L""},
+        {1010, L"#130", uSeen, 0, 8, 87, 152, 8, L""},
         {1006, L"#128", uSeen | uTab | 3, 0, 10, 103, 97, 10, L""},
-        {1007, L"#130", uSeen | uGroup | uNotify, 0, 119, 104, 149, 8, L""},
+        {1007, L"#130", uSeen | uNotify, 0, 119, 104, 149, 8, L""},
     };
     const Dialog Read = ReadDialog();
     EXPECT_THAT(Read.Controls, testing::ElementsAreArray(Expected));
@@ -137,7 +137,7 @@ TEST(DialogTemplateTest, HasItsControlsInOrderWithTheirPlacesAndStyles) {
 }
 
 TEST(DialogTemplateTest, NamesABitmapThatTheProgramDoesNotCarry) {
-    EXPECT_EQ(FindResourceW(nullptr, MAKEINTRESOURCEW(108), RT_BITMAP), nullptr);
+    EXPECT_EQ(FindResourceA(nullptr, MAKEINTRESOURCEA(108), RT_BITMAP), nullptr);
 }
 
 }  // namespace

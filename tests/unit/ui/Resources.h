@@ -10,9 +10,9 @@
 namespace crashvane::test {
 
 // The bytes of a resource in exactly this language; empty when there is none.
-inline std::vector<unsigned char> ResourceBytes(const wchar_t* pszType, int nId, int nLanguage) {
+inline std::vector<unsigned char> ResourceBytes(const char* pszType, int nId, int nLanguage) {
     const HRSRC hFound =
-        FindResourceExW(nullptr, pszType, MAKEINTRESOURCEW(static_cast<WORD>(nId)), static_cast<WORD>(nLanguage));
+        FindResourceExA(nullptr, pszType, MAKEINTRESOURCEA(static_cast<WORD>(nId)), static_cast<WORD>(nLanguage));
     if (hFound == nullptr) {
         return {};
     }

@@ -75,7 +75,7 @@ Texts ReadAll(int nLanguage) {
     return Read;
 }
 
-BOOL CALLBACK KeepLanguage(HMODULE, const wchar_t*, const wchar_t*, WORD uLanguage, LONG_PTR lParam) {
+BOOL CALLBACK KeepLanguage(HMODULE, const char*, const char*, WORD uLanguage, LONG_PTR lParam) {
     ++(*reinterpret_cast<std::map<int, int>*>(lParam))[uLanguage];
     return TRUE;
 }
@@ -107,7 +107,7 @@ TEST(TextsTest, CarriesKorean) {
 TEST(TextsTest, CarriesNoOtherLanguage) {
     std::map<int, int> Languages;
     for (const int nBlock : {7, 8}) {
-        EnumResourceLanguagesW(nullptr, RT_STRING, MAKEINTRESOURCEW(nBlock), KeepLanguage,
+        EnumResourceLanguagesA(nullptr, RT_STRING, MAKEINTRESOURCEA(nBlock), KeepLanguage,
                                reinterpret_cast<LONG_PTR>(&Languages));
     }
     const std::map<int, int> Expected = {{1028, 2}, {1033, 2}, {1042, 2}, {1066, 2}, {2052, 2}, {2057, 2}};
