@@ -24,13 +24,14 @@ inline FILETIME TimeOf(std::int64_t nUnix) {
     return {static_cast<DWORD>(uTicks), static_cast<DWORD>(uTicks >> 32)};
 }
 
+// The creation time becomes that of the last write. Under Wine nobody can set it, but there it is never later.
 inline void SetTimes(const std::string& strPath, std::int64_t nModified, std::int64_t nAccessed) {
     const FILETIME Modified = TimeOf(nModified);
     const FILETIME Accessed = TimeOf(nAccessed);
-    SetFileTime(OpenByOther(strPath).Get(), nullptr, &Accessed, &Modified);
+    SetFileTime(OpenByOther(strPath).Get(), &Modified, &Accessed, &Modified);
 }
 
-// Seconds since 1970; a Unix file system does not let anybody choose it.
+// Seconds since 1970.
 inline std::uint32_t CreationTime(const std::string& strPath) {
     FILETIME Created = {};
     GetFileTime(OpenByOther(strPath).Get(), &Created, nullptr, nullptr);
