@@ -71,7 +71,10 @@ int SaveXmlFile(const std::string& strFileName, const TiXmlDocument& Document) {
     if (!File || !Document.SaveFile(File.get())) {
         return 0;
     }
-    // The last bytes leave the buffer with the closing.
+    // The last bytes still lie in the buffer. Wine's fclose does not say when they cannot be written.
+    if (std::fflush(File.get()) != 0) {
+        return 0;
+    }
     return std::fclose(File.release()) == 0 ? 1 : 0;
 }
 
