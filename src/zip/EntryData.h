@@ -53,8 +53,8 @@ class EntryData {
     std::uint64_t m_uRoom = 0;
     bool m_bWantedMoreRoom = false;
     TextJudgement m_Judgement;
-    unsigned char m_Input[BufferSize];
-    unsigned char m_Output[BufferSize];
+    unsigned char m_Input[BufferSize] = {};
+    unsigned char m_Output[BufferSize] = {};
 };
 
 }  // namespace crashvane

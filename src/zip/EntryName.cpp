@@ -23,7 +23,7 @@ bool EqualIgnoringCase(std::string_view strLeft, std::string_view strRight) {
 }  // namespace
 
 std::string EntryName(const std::string& strName, unsigned uCodePage) {
-    std::string strResult = strName.c_str();  // a name ends at its first zero
+    std::string strResult(strName, 0, strName.find('\0'));
     for (std::size_t uAt = 0; uAt < strResult.size(); ++uAt) {
         if (IsDBCSLeadByteEx(uCodePage, static_cast<BYTE>(strResult[uAt]))) {
             ++uAt;

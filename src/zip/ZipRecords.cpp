@@ -9,15 +9,20 @@ namespace {
 template <typename Record>
 struct Field {
     unsigned uWidth;
+    std::uint32_t uAlways;
     std::uint32_t Record::*pMember;
-    std::uint32_t uAlways = 0;
 };
 
 using Entry = EntryRecord;
 
 template <typename Record = Entry>
 constexpr Field<Record> Always(unsigned uWidth, std::size_t uValue) {
-    return {uWidth, nullptr, static_cast<std::uint32_t>(uValue)};
+    return {uWidth, static_cast<std::uint32_t>(uValue), nullptr};
+}
+
+template <typename Record>
+constexpr Field<Record> Member(unsigned uWidth, std::uint32_t Record::*pMember) {
+    return {uWidth, 0, pMember};
 }
 
 constexpr std::uint32_t VersionMadeBy = 0x0B17;
@@ -30,13 +35,13 @@ constexpr std::uint32_t AllThreeTimes = 7;
 constexpr Field<Entry> LocalHeaderFields[] = {
     Always(4, 0x04034B50),  // signature: "PK", 3, 4
     Always(2, VersionNeeded),
-    {2, &Entry::uFlags},
-    {2, &Entry::uMethod},
-    {4, &Entry::uTimeAndDate},
-    {4, &Entry::uCrc},
-    {4, &Entry::uCompressedSize},
-    {4, &Entry::uUncompressedSize},
-    {2, &Entry::uNameLength},
+    Member(2, &Entry::uFlags),
+    Member(2, &Entry::uMethod),
+    Member(4, &Entry::uTimeAndDate),
+    Member(4, &Entry::uCrc),
+    Member(4, &Entry::uCompressedSize),
+    Member(4, &Entry::uUncompressedSize),
+    Member(2, &Entry::uNameLength),
     Always(2, LocalExtraSize),
 };
 
@@ -44,52 +49,52 @@ constexpr Field<Entry> LocalExtraFields[] = {
     Always(2, TimeStampTag),
     Always(2, LocalExtraSize - 4),  // bytes that follow
     Always(1, AllThreeTimes),
-    {4, &Entry::uModified},
-    {4, &Entry::uAccessed},
-    {4, &Entry::uCreated},
+    Member(4, &Entry::uModified),
+    Member(4, &Entry::uAccessed),
+    Member(4, &Entry::uCreated),
 };
 
 constexpr Field<Entry> CentralHeaderFields[] = {
     Always(4, 0x02014B50),  // signature: "PK", 1, 2
     Always(2, VersionMadeBy),
     Always(2, VersionNeeded),
-    {2, &Entry::uFlags},
-    {2, &Entry::uMethod},
-    {4, &Entry::uTimeAndDate},
-    {4, &Entry::uCrc},
-    {4, &Entry::uCompressedSize},
-    {4, &Entry::uUncompressedSize},
-    {2, &Entry::uNameLength},
+    Member(2, &Entry::uFlags),
+    Member(2, &Entry::uMethod),
+    Member(4, &Entry::uTimeAndDate),
+    Member(4, &Entry::uCrc),
+    Member(4, &Entry::uCompressedSize),
+    Member(4, &Entry::uUncompressedSize),
+    Member(2, &Entry::uNameLength),
     Always(2, CentralExtraSize),
     Always(2, 0),           // length of the comment
     Always(2, 0),           // disk on which the entry starts
-    {2, &Entry::uInternalAttributes},
-    {4, &Entry::uExternalAttributes},
-    {4, &Entry::uHeaderOffset},
+    Member(2, &Entry::uInternalAttributes),
+    Member(4, &Entry::uExternalAttributes),
+    Member(4, &Entry::uHeaderOffset),
 };
 
 constexpr Field<Entry> CentralExtraFields[] = {
     Always(2, TimeStampTag),
     Always(2, CentralExtraSize - 4),
     Always(1, AllThreeTimes),  // names the times of the local header, although one alone follows here
-    {4, &Entry::uModified},
+    Member(4, &Entry::uModified),
 };
 
 constexpr Field<Entry> DataDescriptorFields[] = {
     Always(4, 0x08074B50),  // signature: "PK", 7, 8
-    {4, &Entry::uCrc},
-    {4, &Entry::uCompressedSize},
-    {4, &Entry::uUncompressedSize},
+    Member(4, &Entry::uCrc),
+    Member(4, &Entry::uCompressedSize),
+    Member(4, &Entry::uUncompressedSize),
 };
 
 constexpr Field<DirectoryEnd> EndRecordFields[] = {
     Always<DirectoryEnd>(4, 0x06054B50),  // signature: "PK", 5, 6
     Always<DirectoryEnd>(2, 0),           // number of this disk
     Always<DirectoryEnd>(2, 0),           // disk on which the directory starts
-    {2, &DirectoryEnd::uEntries},         // on this disk
-    {2, &DirectoryEnd::uEntries},         // in total
-    {4, &DirectoryEnd::uSize},
-    {4, &DirectoryEnd::uOffset},
+    Member(2, &DirectoryEnd::uEntries),   // on this disk
+    Member(2, &DirectoryEnd::uEntries),   // in total
+    Member(4, &DirectoryEnd::uSize),
+    Member(4, &DirectoryEnd::uOffset),
     Always<DirectoryEnd>(2, 0),           // length of the comment
 };
 // clang-format on
