@@ -51,9 +51,9 @@ int AddToArchive(ZipArchive* pArchive, const std::string& strSource, const std::
         uLastZipError = ZipWrongMode;
         return 0;
     }
-    ZipWriter::AddFile(pArchive, strSource, strNameInArchive);
+    const int nAdded = ZipWriter::AddFile(pArchive, strSource, strNameInArchive);
     uLastZipError = ZipWriter::LastResult();
-    return uLastZipError == ZipOk ? 1 : 0;
+    return nAdded;
 }
 
 int CreateZipFile(const std::string& strReportFile, const CrashReporter& Report, const std::string& strArchive) {
