@@ -18,7 +18,7 @@ namespace {
     std::abort();
 }
 
-// Asked for a library that is bound on its first call (see CMakeLists.txt); null lets the default search go on.
+// Asked for a library that is bound on its first call (cmake/DelayWinInet.cmake); null lets the default search go on.
 FARPROC WINAPI LoadForFirstCall(unsigned uNotification, DelayLoadInfo* pInfo) {
     if (uNotification != dliNotePreLoadLibrary) {
         return nullptr;
