@@ -3,23 +3,24 @@
 #include <cctype>
 #include <cstddef>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 
 namespace crashvane {
 namespace {
 
 // Windows answers EOF then, Wine's runtime answers 0 unless the text is empty: decided here, so that both agree.
-bool EndsBeforeValue(const std::string& strText, const char* pszFormat) {
+bool EndsBeforeValue(const char* pszText, const char* pszFormat) {
     std::size_t uAt = 0;
-    while (pszFormat[uAt] != '%' && strText.c_str()[uAt] == pszFormat[uAt]) {
+    while (pszFormat[uAt] != '%' && pszText[uAt] == pszFormat[uAt]) {
         ++uAt;
     }
     if (pszFormat[uAt] == '%') {
-        while (std::isspace(static_cast<unsigned char>(strText.c_str()[uAt])) != 0) {
+        while (std::isspace(static_cast<unsigned char>(pszText[uAt])) != 0) {
             ++uAt;
         }
     }
-    return strText.c_str()[uAt] == '\0';
+    return pszText[uAt] == '\0';
 }
 
 }  // namespace
@@ -30,9 +31,10 @@ int WriteTextElement(TiXmlElement* pParent, const char* pszName, const std::stri
     return pElement->LinkEndChild(pText.release()) != nullptr && pParent->LinkEndChild(pElement.release()) != nullptr;
 }
 
-std::string ElementText(const TiXmlElement* pElement) {
+const std::string& ElementText(const TiXmlElement* pElement) {
+    static const std::string NoText;
     const TiXmlNode* pFirst = pElement->FirstChild();
-    return pFirst != nullptr ? pFirst->ValueStr() : std::string();
+    return pFirst != nullptr ? pFirst->ValueStr() : NoText;
 }
 
 int ReadTextElement(const TiXmlElement* pParent, const char* pszName, std::string& strText) {
@@ -44,10 +46,10 @@ int ReadTextElement(const TiXmlElement* pParent, const char* pszName, std::strin
     return 1;
 }
 
-int ScanValue(const std::string& strText, const char* pszFormat, void* pValue) {
+int ScanValue(const char* pszText, const char* pszFormat, void* pValue) {
     // _snscanf is the Windows runtime's; plain sscanf would be the compiler's own, which stops at the largest number
     // where Windows wraps round.
-    return !EndsBeforeValue(strText, pszFormat) && _snscanf(strText.data(), strText.size(), pszFormat, pValue) != EOF;
+    return !EndsBeforeValue(pszText, pszFormat) && _snscanf(pszText, std::strlen(pszText), pszFormat, pValue) != EOF;
 }
 
 int ReadTextAttribute(const TiXmlElement* pElement, const char* pszName, std::string& strText) {

@@ -23,15 +23,15 @@ struct TextForm {
 // Appends an element with one text child, which is there for an empty text as well.
 int WriteTextElement(TiXmlElement* pParent, const char* pszName, const std::string& strText);
 
-// The text of pElement: empty without a child node, otherwise the value of the first one.
-std::string ElementText(const TiXmlElement* pElement);
+// The text of pElement: empty without a child node, otherwise the value of the first one. Owned by the element.
+const std::string& ElementText(const TiXmlElement* pElement);
 
 // Fails when there is no such child element.
 int ReadTextElement(const TiXmlElement* pParent, const char* pszName, std::string& strText);
 
 // Scans one value. Fails when the text ends before a value could begin (an empty text, or the format's fixed
 // beginning alone); a text that does not match succeeds and leaves the value.
-int ScanValue(const std::string& strText, const char* pszFormat, void* pValue);
+int ScanValue(const char* pszText, const char* pszFormat, void* pValue);
 
 // Fails when there is no such attribute.
 int ReadTextAttribute(const TiXmlElement* pElement, const char* pszName, std::string& strText);
@@ -45,8 +45,8 @@ int WriteFormattedElement(TiXmlElement* pParent, const char* pszName, Value Numb
 
 template <typename Value>
 int ReadFormattedElement(const TiXmlElement* pParent, const char* pszName, Value& Number, TextForm<Value> Form) {
-    std::string strText;
-    return ReadTextElement(pParent, pszName, strText) && ScanValue(strText, Form.pszFormat, &Number);
+    const TiXmlElement* pElement = pParent->FirstChildElement(pszName);
+    return pElement != nullptr && ScanValue(ElementText(pElement).c_str(), Form.pszFormat, &Number);
 }
 
 template <typename Value>
@@ -56,8 +56,8 @@ void SetFormattedAttribute(TiXmlElement* pElement, const char* pszName, Value Nu
 
 template <typename Value>
 int ReadFormattedAttribute(const TiXmlElement* pElement, const char* pszName, Value& Number, TextForm<Value> Form) {
-    std::string strText;
-    return ReadTextAttribute(pElement, pszName, strText) && ScanValue(strText, Form.pszFormat, &Number);
+    const char* pszText = pElement->Attribute(pszName);
+    return pszText != nullptr && ScanValue(pszText, Form.pszFormat, &Number);
 }
 
 }  // namespace crashvane

@@ -1,4 +1,5 @@
-// One XML document from a file and to a file, with the meaning of the XML library's own LoadFile and SaveFile.
+// One XML document from a file and to a file: the same documents and bytes as with the XML library's own LoadFile and
+// SaveFile, but guarded, and sure of the last byte.
 //
 // Results are 1 for success, 0 for failure; nothing here logs.
 #pragma once
@@ -13,7 +14,8 @@ namespace crashvane {
 // or malformed, or past one of the limits of XmlGuard.h. Text is bytes, whatever the file declares.
 int LoadXmlFile(const std::string& strFileName, TiXmlDocument& Document);
 
-// Writes over the named file in the platform's text mode. Success means that every byte reached the file.
+// Writes over the named file in the platform's text mode, once the whole text is made. Success means that every byte
+// reached the file. For documents whose elements hold either one text or other elements, as reports do.
 int SaveXmlFile(const std::string& strFileName, const TiXmlDocument& Document);
 
 }  // namespace crashvane

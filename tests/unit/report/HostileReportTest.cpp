@@ -194,6 +194,7 @@ TEST_F(HostileReport, LogsOneLineWhenMemoryRunsOutWhileLoading) {
 
 TEST_F(HostileReport, LogsOneLineWhenMemoryRunsOutWhileSaving) {
     EXPECT_EQ(LoadText(SampleReport), 1);
+    Write("the old file");
     long nAllocation = 0;
     for (bool bHappened = true; bHappened; ++nAllocation) {
         const std::size_t uBefore = Checks().size();
@@ -204,6 +205,7 @@ TEST_F(HostileReport, LogsOneLineWhenMemoryRunsOutWhileSaving) {
             bHappened = Failure.Happened();
         }
         EXPECT_EQ(nSaved, bHappened ? 0 : 1) << nAllocation;
+        EXPECT_EQ(Bytes() == "the old file", bHappened) << nAllocation;
         EXPECT_EQ(Checks().size() - uBefore, bHappened ? 1u : 0u) << nAllocation;
     }
     EXPECT_GT(nAllocation, 50);
