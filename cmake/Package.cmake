@@ -8,22 +8,11 @@ endif()
 
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
 
-# Reports of players must not go to the players' own machines. The variable of the same name in the environment allows
-# it for one call, for tests of the package itself.
 install(CODE "
   set(host [[${CRASHVANE_SERVER_HOST}]])
   set(allowed [[${CRASHVANE_ALLOW_LOCAL_HOST}]])
 ")
-install(CODE [[
-  if(host MATCHES "^(localhost|127\\.|0\\.0\\.0\\.0|\\[::1\\])"
-      AND NOT allowed AND NOT "$ENV{CRASHVANE_ALLOW_LOCAL_HOST}")
-    string(CONCAT refusal
-      "Not packaged: this program sends its reports to ${host}, which is the player's own machine. "
-      "Configure with -DCRASHVANE_SERVER_HOST=<your crash server>, "
-      "or with -DCRASHVANE_ALLOW_LOCAL_HOST=ON if that is meant.")
-    message(FATAL_ERROR "${refusal}")
-  endif()
-]])
+install(SCRIPT ${CMAKE_CURRENT_LIST_DIR}/RefuseLocalHost.cmake)
 
 # One file of all notices.
 file(GLOB notices CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/notices/*.txt)
