@@ -64,6 +64,7 @@ DWORD WINAPI CrashThread(void*) {
         std::printf("no dump: error %lu\n", GetLastError());
     }
     if (WriteReport(Crash.Paths, Moment, Crash.Machine, Crash.Settings)) {
+        std::printf("report %s\n", Crash.Paths.szReport);
         StartSender(Crash);
     } else {
         std::printf("no report in %s\n", Crash.Paths.szReport);
