@@ -80,6 +80,14 @@ def test_the_tables_of_requests_are_the_programs():
         assert asked == set(re.findall(r"`(/dump\w+/\w+(?:\.php)?)`", text(Path(page)))), page
 
 
+def test_the_project_keys_are_the_programs():
+    headers = (ROOT / "src/collection").glob("*.h")
+    keys = {key for path in headers for key in re.findall(r'ProjectKey = "(\w+)"', text(path.relative_to(ROOT)))}
+    told = re.search(r"^## Project keys\n\n(.*?)Every other key", text(Path("docs/behaviour.md")), re.M | re.S)
+    assert set(re.findall(r"`(\w+)`", told.group(1))) | {"QRL"} == keys
+    assert len(keys) == 15
+
+
 def test_everything_that_is_checked_is_text():
     unreadable = []
     for path in tree.text_files():
