@@ -80,9 +80,8 @@ std::wstring MakeBoundary() {
 bool AreNamesValid(const ParameterMap& Parameters) {
     return std::all_of(Parameters.begin(), Parameters.end(), [](const ParameterMap::value_type& Parameter) {
         const std::wstring& strName = Parameter.first;
-        return !strName.empty() && std::all_of(strName.begin(), strName.end(), [](wchar_t cAt) {
-            return cAt >= 32 && cAt <= 127 && cAt != L'"';
-        });
+        return !strName.empty() && std::all_of(strName.begin(), strName.end(),
+                                               [](wchar_t cAt) { return cAt >= 32 && cAt <= 127 && cAt != L'"'; });
     });
 }
 
@@ -112,7 +111,8 @@ bool FormMultipartText(const std::wstring& strBoundary, const ParameterMap& Para
 bool MultipartBody::Build(const std::wstring& strBoundary, const ParameterMap& Parameters, const UploadFile& File) {
     MultipartText Text;
     InputFile Input;
-    if (!FormMultipartText(strBoundary, Parameters, File, Text) || (!File.strPath.empty() && !Input.Open(File.strPath))) {
+    if (!FormMultipartText(strBoundary, Parameters, File, Text) ||
+        (!File.strPath.empty() && !Input.Open(File.strPath))) {
         return false;
     }
     const unsigned long long uTexts = Text.strHead.size() + Text.strTail.size();

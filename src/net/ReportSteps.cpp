@@ -25,8 +25,8 @@ int SendActiveMachine(Collection* pCollection, const Config& Settings) {
     nRetCode = UnlessOutOfMemory([&] { return FillActiveMachineInfo(&Info, pCollection->m_CrashReporter); });
     ZTLOG_PROCESS_ERROR(nRetCode);
 
-    nRetCode = UnlessOutOfMemory(
-        [&] { return PostActiveMachine(Settings.m_strPlayerLoginUrl, Settings.m_strProject, Info); });
+    nRetCode =
+        UnlessOutOfMemory([&] { return PostActiveMachine(Settings.m_strPlayerLoginUrl, Settings.m_strProject, Info); });
     ZTLOG_PROCESS_ERROR(nRetCode);
 
     nResult = 1;
@@ -62,8 +62,7 @@ int SendDumpInfo(Collection* pCollection, const Config& Settings) {
     });
     ZTLOG_PROCESS_ERROR(nRetCode);
 
-    nRetCode =
-        UnlessOutOfMemory([&] { return PostDumpInfo(Settings.m_strDumpInfoUrl, Settings.m_strProject, Info); });
+    nRetCode = UnlessOutOfMemory([&] { return PostDumpInfo(Settings.m_strDumpInfoUrl, Settings.m_strProject, Info); });
     ZTLOG_CHECK_ERROR(nRetCode);
 
     nResult = 1;
@@ -76,9 +75,8 @@ int SendDumpSolution(const Config& Settings, const std::string& strDumpKey, int&
     int nRetCode = 0;
 
     nCrashType = 0;
-    nRetCode = UnlessOutOfMemory([&] {
-        return PostDumpSolution(Settings.m_strDumpTypeUrl, Settings.m_strProject, strDumpKey, nCrashType);
-    });
+    nRetCode = UnlessOutOfMemory(
+        [&] { return PostDumpSolution(Settings.m_strDumpTypeUrl, Settings.m_strProject, strDumpKey, nCrashType); });
     ZTLOG_PROCESS_ERROR(nRetCode);
 
     nResult = 1;

@@ -8,9 +8,13 @@ namespace {
 constexpr std::size_t NUMBER_SIZE = 40;
 constexpr long long SECONDS_A_MINUTE = 60;
 
-std::string InMebibytes(unsigned long long uBytes) { return Format(NUMBER_SIZE, "%I64u", uBytes >> 20); }
+std::string InMebibytes(unsigned long long uBytes) {
+    return Format(NUMBER_SIZE, "%I64u", uBytes >> 20);
+}
 
-std::string AsInteger(int nValue) { return Format(NUMBER_SIZE, "%d", nValue); }
+std::string AsInteger(int nValue) {
+    return Format(NUMBER_SIZE, "%d", nValue);
+}
 
 void FillProduct(DumpInfo& Info, const Product& Product) {
     Info.clientname = Product.ProductName;

@@ -34,10 +34,8 @@ constexpr Field<ActiveMachineInfo> ACTIVE_MACHINE_FIELDS[] = {
 };
 
 constexpr Field<SessionInfo> SESSION_FIELDS[] = {
-    {L"clientname", &SessionInfo::clientname},
-    {L"uuid", &SessionInfo::uuid},
-    {L"newuuid", &SessionInfo::newuuid},
-    {L"ver", &SessionInfo::ver},
+    {L"clientname", &SessionInfo::clientname}, {L"uuid", &SessionInfo::uuid},
+    {L"newuuid", &SessionInfo::newuuid},       {L"ver", &SessionInfo::ver},
     {L"verex", &SessionInfo::verex},
 };
 
@@ -83,7 +81,9 @@ constexpr Field<DumpFileInfo> DUMP_FILE_FIELDS[] = {
     {L"remark", &DumpFileInfo::remark},
 };
 
-ParameterMap MakeForm(const std::string& strProject) { return {{PROJECT, ToUtf16(strProject)}}; }
+ParameterMap MakeForm(const std::string& strProject) {
+    return {{PROJECT, ToUtf16(strProject)}};
+}
 
 template <typename Record, std::size_t Count>
 ParameterMap MakeForm(const std::string& strProject, const Field<Record> (&Fields)[Count], const Record& Info) {

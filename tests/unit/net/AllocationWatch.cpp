@@ -20,8 +20,8 @@ void* Allocate(std::size_t uSize) {
     if (g_Watch.dwThread != 0 && g_Watch.dwThread == GetCurrentThreadId()) {
         ++g_Watch.uCount;
         g_Watch.uBytes += uSize;
-        if (g_Watch.uFailing != 0 && (g_Watch.bOnce ? g_Watch.uCount == g_Watch.uFailing
-                                                    : g_Watch.uCount >= g_Watch.uFailing)) {
+        if (g_Watch.uFailing != 0 &&
+            (g_Watch.bOnce ? g_Watch.uCount == g_Watch.uFailing : g_Watch.uCount >= g_Watch.uFailing)) {
             ++g_Watch.uRefused;
             return nullptr;
         }
@@ -39,16 +39,36 @@ void* AllocateOrThrow(std::size_t uSize) {
 
 }  // namespace
 
-void* operator new(std::size_t uSize) { return AllocateOrThrow(uSize); }
-void* operator new[](std::size_t uSize) { return AllocateOrThrow(uSize); }
-void* operator new(std::size_t uSize, const std::nothrow_t&) noexcept { return Allocate(uSize); }
-void* operator new[](std::size_t uSize, const std::nothrow_t&) noexcept { return Allocate(uSize); }
-void operator delete(void* pBlock) noexcept { std::free(pBlock); }
-void operator delete[](void* pBlock) noexcept { std::free(pBlock); }
-void operator delete(void* pBlock, std::size_t) noexcept { std::free(pBlock); }
-void operator delete[](void* pBlock, std::size_t) noexcept { std::free(pBlock); }
-void operator delete(void* pBlock, const std::nothrow_t&) noexcept { std::free(pBlock); }
-void operator delete[](void* pBlock, const std::nothrow_t&) noexcept { std::free(pBlock); }
+void* operator new(std::size_t uSize) {
+    return AllocateOrThrow(uSize);
+}
+void* operator new[](std::size_t uSize) {
+    return AllocateOrThrow(uSize);
+}
+void* operator new(std::size_t uSize, const std::nothrow_t&) noexcept {
+    return Allocate(uSize);
+}
+void* operator new[](std::size_t uSize, const std::nothrow_t&) noexcept {
+    return Allocate(uSize);
+}
+void operator delete(void* pBlock) noexcept {
+    std::free(pBlock);
+}
+void operator delete[](void* pBlock) noexcept {
+    std::free(pBlock);
+}
+void operator delete(void* pBlock, std::size_t) noexcept {
+    std::free(pBlock);
+}
+void operator delete[](void* pBlock, std::size_t) noexcept {
+    std::free(pBlock);
+}
+void operator delete(void* pBlock, const std::nothrow_t&) noexcept {
+    std::free(pBlock);
+}
+void operator delete[](void* pBlock, const std::nothrow_t&) noexcept {
+    std::free(pBlock);
+}
 
 namespace crashvane {
 
@@ -58,10 +78,18 @@ AllocationWatch::AllocationWatch(std::size_t uFailing, Refusal Kind) {
     g_Watch = {GetCurrentThreadId(), uFailing, Kind == RefuseOnce, 0, 0, 0};
 }
 
-AllocationWatch::~AllocationWatch() { g_Watch.dwThread = 0; }
+AllocationWatch::~AllocationWatch() {
+    g_Watch.dwThread = 0;
+}
 
-std::size_t AllocationWatch::Count() { return g_Watch.uCount; }
-std::size_t AllocationWatch::Bytes() { return g_Watch.uBytes; }
-std::size_t AllocationWatch::Refused() { return g_Watch.uRefused; }
+std::size_t AllocationWatch::Count() {
+    return g_Watch.uCount;
+}
+std::size_t AllocationWatch::Bytes() {
+    return g_Watch.uBytes;
+}
+std::size_t AllocationWatch::Refused() {
+    return g_Watch.uRefused;
+}
 
 }  // namespace crashvane

@@ -66,9 +66,7 @@ class DumpPackage : public testing::Test {
     ~DumpPackage() override { std::filesystem::current_path(m_Before); }
 
     CrashReporter& Report() { return m_Sample.m_CrashReporter; }
-    [[nodiscard]] std::string ArchiveName() const {
-        return "Crash_" + std::to_string(GetCurrentProcessId()) + ".zip";
-    }
+    [[nodiscard]] std::string ArchiveName() const { return "Crash_" + std::to_string(GetCurrentProcessId()) + ".zip"; }
     [[nodiscard]] bool IsFolderEmpty() const { return std::filesystem::is_empty(m_Work.Path()); }
 
     std::filesystem::path m_Before = std::filesystem::current_path();
@@ -108,8 +106,8 @@ TEST_F(DumpPackage, MayHoldNothingAtAll) {
 }
 
 TEST_F(DumpPackage, LeavesOutWhatSomebodyKeepsForHimself) {
-    const FileHandle hLock(CreateFileA(Report().Exception.DumpFileName.c_str(), GENERIC_READ, 0, nullptr,
-                                       OPEN_EXISTING, 0, nullptr));
+    const FileHandle hLock(
+        CreateFileA(Report().Exception.DumpFileName.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     ASSERT_TRUE(hLock);
     EXPECT_EQ(CreateZipFile(m_Settings.m_strCrashReportFile, Report(), "a.zip"), 1);
     EXPECT_THAT(EntriesOf(ReadFileBytes("a.zip")), ElementsAre("CrashReport.xml=6", "one.log=1", "two.txt=2"));
@@ -118,13 +116,14 @@ TEST_F(DumpPackage, LeavesOutWhatSomebodyKeepsForHimself) {
 
 TEST_F(DumpPackage, CannotBeMadeWhereNoFileCanBeCreated) {
     EXPECT_EQ(CreateZipFile(m_Settings.m_strCrashReportFile, Report(), m_Files.Path()), 0);
-    EXPECT_THAT(m_Log.Lines(), ElementsAre(MatchesRegex("ZTLOG_PROCESS_ERROR\\(hZip\\) at line \\d+ in CreateZipFile")));
+    EXPECT_THAT(m_Log.Lines(),
+                ElementsAre(MatchesRegex("ZTLOG_PROCESS_ERROR\\(hZip\\) at line \\d+ in CreateZipFile")));
 }
 
 TEST_F(DumpPackage, RemembersTheWritersResultOfEachAdd) {
     unsigned uLastZipError = 77;
-    const FileHandle hLock(CreateFileA(Report().CustomFiles[1].c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0,
-                                       nullptr));
+    const FileHandle hLock(
+        CreateFileA(Report().CustomFiles[1].c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     ZipArchive* const pArchive = ZipWriter::CreateArchive("a.zip");
     EXPECT_EQ(AddToArchive(pArchive, m_Files.Path("gone"), "gone", uLastZipError), 0);
     EXPECT_EQ(uLastZipError, 77u);
@@ -160,14 +159,14 @@ TEST_F(DumpPackage, IsSentWithKeyGuidAndFeedback) {
     const std::string strRequest = Server.Request();
     const std::string strBody = BodyOf(strRequest);
     const std::string strBoundary = strBody.substr(0, strBody.find("\r\n"));
-    const std::string strHead =
-        strBoundary + "\r\nContent-Disposition: form-data; name=\"filename\"\r\n\r\n" + ArchiveName() + "\r\n" +
-        strBoundary + "\r\nContent-Disposition: form-data; name=\"guid\"\r\n\r\nGUID-2\r\n" +
-        strBoundary + "\r\nContent-Disposition: form-data; name=\"key\"\r\n\r\nKEY-1\r\n" +
-        strBoundary + "\r\nContent-Disposition: form-data; name=\"project\"\r\n\r\nSAMPLE\r\n" +
-        strBoundary + "\r\nContent-Disposition: form-data; name=\"remark\"\r\n\r\nit broke\r\n" +
-        strBoundary + "\r\nContent-Disposition: form-data; name=\"File\"; filename=\"" + m_Work.Path(ArchiveName()) +
-        "\"\r\nContent-Type: application/octet-stream\r\n\r\n";
+    const std::string strHead = strBoundary + "\r\nContent-Disposition: form-data; name=\"filename\"\r\n\r\n" +
+                                ArchiveName() + "\r\n" + strBoundary +
+                                "\r\nContent-Disposition: form-data; name=\"guid\"\r\n\r\nGUID-2\r\n" + strBoundary +
+                                "\r\nContent-Disposition: form-data; name=\"key\"\r\n\r\nKEY-1\r\n" + strBoundary +
+                                "\r\nContent-Disposition: form-data; name=\"project\"\r\n\r\nSAMPLE\r\n" + strBoundary +
+                                "\r\nContent-Disposition: form-data; name=\"remark\"\r\n\r\nit broke\r\n" +
+                                strBoundary + "\r\nContent-Disposition: form-data; name=\"File\"; filename=\"" +
+                                m_Work.Path(ArchiveName()) + "\"\r\nContent-Type: application/octet-stream\r\n\r\n";
     const std::string strTail = "\r\n" + strBoundary + "--\r\n";
     EXPECT_EQ(FirstLineOf(strRequest), "POST /dumpserver/dumpfile.php HTTP/1.1");
     ASSERT_EQ(strBody.substr(0, strHead.size()), strHead);

@@ -125,8 +125,8 @@ TEST(FormPostAnswer, WithoutALengthEndsWithTheConnection) {
 }
 
 TEST(FormPostAnswer, InChunksIsPutTogether) {
-    const Posted Result =
-        PostToServerThatAnswers(RawAnswer("Transfer-Encoding: chunked\r\n", "3\r\nabc\r\nA\r\n0123456789\r\n0\r\n\r\n"));
+    const Posted Result = PostToServerThatAnswers(
+        RawAnswer("Transfer-Encoding: chunked\r\n", "3\r\nabc\r\nA\r\n0123456789\r\n0\r\n\r\n"));
     EXPECT_TRUE(Result.bResult);
     EXPECT_EQ(Result.strAnswer, L"abc0123456789");
 }
@@ -160,9 +160,21 @@ TEST(FormPostAnswer, OfThirtyMegabytesIsReadWhole) {
 
 TEST(FormPostAnswer, IsUtf8UpToItsFirstZero) {
     EXPECT_EQ(PostToServerThatAnswers(Answer("\xE5\xB4\xA9")).strAnswer, L"\u5D29");
-    EXPECT_EQ(PostToServerThatAnswers(Answer("\xFF" "3")).strAnswer, L"\uFFFD" L"3");
-    EXPECT_EQ(PostToServerThatAnswers(Answer("\xEF\xBB\xBF" "3")).strAnswer, L"\uFEFF" L"3");
-    EXPECT_EQ(PostToServerThatAnswers(Answer(std::string("3\0" "4", 3))).strAnswer, L"3");
+    EXPECT_EQ(PostToServerThatAnswers(Answer("\xFF"
+                                             "3"))
+                  .strAnswer,
+              L"\uFFFD"
+              L"3");
+    EXPECT_EQ(PostToServerThatAnswers(Answer("\xEF\xBB\xBF"
+                                             "3"))
+                  .strAnswer,
+              L"\uFEFF"
+              L"3");
+    EXPECT_EQ(PostToServerThatAnswers(Answer(std::string("3\0"
+                                                         "4",
+                                                         3)))
+                  .strAnswer,
+              L"3");
 }
 
 TEST(FormPostAnswer, WithThousandsOfHeadersEnds) {

@@ -58,24 +58,26 @@ TEST(FormPostClient, SendsTheseBytes) {
     EXPECT_EQ(Server.Request(),
               "POST /dumpserver/dumpinfo.php HTTP/1.1\r\n"
               "Content-Type: multipart/form-data; boundary=---------------------------0000002900004823\r\n"
-              "Host: " + Server.Host() + "\r\n"
-              "Content-Length: 365\r\n"
-              "User-Agent: Breakpad/1.0 (Windows)\r\n"
-              "\r\n"
-              "-----------------------------0000002900004823\r\n"
-              "Content-Disposition: form-data; name=\"ProcessName\"\r\n"
-              "\r\n"
-              "\xE5\xB4\xA9\xE6\xBA\x83.exe\r\n"
-              "-----------------------------0000002900004823\r\n"
-              "Content-Disposition: form-data; name=\"project\"\r\n"
-              "\r\n"
-              "BRENN\r\n"
-              "-----------------------------0000002900004823\r\n"
-              "Content-Disposition: form-data; name=\"uuid\"\r\n"
-              "\r\n"
-              "7\r\n"
-              "\r\n"
-              "-----------------------------0000002900004823--\r\n");
+              "Host: " +
+                  Server.Host() +
+                  "\r\n"
+                  "Content-Length: 365\r\n"
+                  "User-Agent: Breakpad/1.0 (Windows)\r\n"
+                  "\r\n"
+                  "-----------------------------0000002900004823\r\n"
+                  "Content-Disposition: form-data; name=\"ProcessName\"\r\n"
+                  "\r\n"
+                  "\xE5\xB4\xA9\xE6\xBA\x83.exe\r\n"
+                  "-----------------------------0000002900004823\r\n"
+                  "Content-Disposition: form-data; name=\"project\"\r\n"
+                  "\r\n"
+                  "BRENN\r\n"
+                  "-----------------------------0000002900004823\r\n"
+                  "Content-Disposition: form-data; name=\"uuid\"\r\n"
+                  "\r\n"
+                  "7\r\n"
+                  "\r\n"
+                  "-----------------------------0000002900004823--\r\n");
 }
 
 TEST(FormPostClient, SendsAFileBehindTheFields) {
@@ -90,12 +92,14 @@ TEST(FormPostClient, SendsAFileBehindTheFields) {
               "\r\n"
               "k\r\n"
               "-----------------------------0000002900004823\r\n"
-              "Content-Disposition: form-data; name=\"File\"; filename=\"" + strFile + "\"\r\n"
-              "Content-Type: application/octet-stream\r\n"
-              "\r\n" +
-              std::string("PK\x03\x04\0\r\n\xFF", 8) +
-              "\r\n"
-              "-----------------------------0000002900004823--\r\n");
+              "Content-Disposition: form-data; name=\"File\"; filename=\"" +
+                  strFile +
+                  "\"\r\n"
+                  "Content-Type: application/octet-stream\r\n"
+                  "\r\n" +
+                  std::string("PK\x03\x04\0\r\n\xFF", 8) +
+                  "\r\n"
+                  "-----------------------------0000002900004823--\r\n");
 }
 
 TEST(FormPostClient, SendsAFormWithoutFields) {
@@ -217,9 +221,10 @@ TEST(Addresses, MayCarryAQuery) {
 
 // What becomes of these is the platform's business; they must end.
 TEST(Addresses, OfStrangeFormsEnd) {
-    for (const wchar_t* pszUrl : {L"http://", L"http:///", L"http://:1/", L"http://127.0.0.1:0/", L"http://127.0.0.1:65536/",
-                                  L"http://127.0.0.1:99999999999/", L"http://127.0.0.1:port/", L"http://%/", L"http:a",
-                                  L"http://u:p@127.0.0.1:1/", L"http://127.0.0.1:1/a b#c", L"http://[::1]:1/"}) {
+    for (const wchar_t* pszUrl :
+         {L"http://", L"http:///", L"http://:1/", L"http://127.0.0.1:0/", L"http://127.0.0.1:65536/",
+          L"http://127.0.0.1:99999999999/", L"http://127.0.0.1:port/", L"http://%/", L"http:a",
+          L"http://u:p@127.0.0.1:1/", L"http://127.0.0.1:1/a b#c", L"http://[::1]:1/"}) {
         EXPECT_FALSE(Post(pszUrl).bResult) << pszUrl;
     }
 }
@@ -237,8 +242,9 @@ TEST(Proxy, OfTheSystemIsUsed) {
     EXPECT_TRUE(Result.bResult);
     EXPECT_EQ(Result.strAnswer, L"by proxy");
     // Whether the port is told is the platform's business.
-    EXPECT_THAT(FirstLineOf(Server.Request()),
-                testing::MatchesRegex("POST http://crash\\.example\\.invalid:?8?0?/dumpserver/dumpinfo\\.php HTTP/1\\.1"));
+    EXPECT_THAT(
+        FirstLineOf(Server.Request()),
+        testing::MatchesRegex("POST http://crash\\.example\\.invalid:?8?0?/dumpserver/dumpinfo\\.php HTTP/1\\.1"));
 }
 
 TEST(Proxy, ThatIsDeadIsAFailure) {

@@ -13,7 +13,9 @@ using FieldList = std::vector<std::pair<std::string, std::string>>;
 // Of the first form that is sent after FixBoundary.
 constexpr const char* FIRST_BOUNDARY = "---------------------------0000002900004823";
 
-inline void FixBoundary() { std::srand(1); }
+inline void FixBoundary() {
+    std::srand(1);
+}
 
 inline std::string PartText(const std::string& strName, const std::string& strValue) {
     std::string strText = "--";

@@ -18,7 +18,8 @@ namespace {
 // The text of a form without or around a file.
 std::string Text(const ParameterMap& Parameters, const UploadFile& File = {}) {
     MultipartText Result;
-    return FormMultipartText(L"BOUND", Parameters, File, Result) ? Result.strHead + "<FILE>" + Result.strTail : "failed";
+    return FormMultipartText(L"BOUND", Parameters, File, Result) ? Result.strHead + "<FILE>" + Result.strTail
+                                                                 : "failed";
 }
 
 bool Builds(const std::string& strFile) {
@@ -73,16 +74,22 @@ TEST(ParameterNames, AreNeverEmpty) {
     EXPECT_TRUE(AreNamesValid({}));
 }
 
-TEST(ParameterNames, AreAllLookedAt) { EXPECT_FALSE(AreNamesValid({{L"a", L""}, {L"b\"", L""}, {L"c", L""}})); }
+TEST(ParameterNames, AreAllLookedAt) {
+    EXPECT_FALSE(AreNamesValid({{L"a", L""}, {L"b\"", L""}, {L"c", L""}}));
+}
 
-TEST(ParameterNames, AreAllThatIsLookedAt) { EXPECT_TRUE(AreNamesValid({{L"a", L"\"\r\n\u5D29"}})); }
+TEST(ParameterNames, AreAllThatIsLookedAt) {
+    EXPECT_TRUE(AreNamesValid({{L"a", L"\"\r\n\u5D29"}}));
+}
 
 TEST(MultipartText, EndsInAnEmptyLineBeforeTheClosingDelimiterWithoutAFile) {
     EXPECT_EQ(Text({{L"uuid", L"7"}}),
               "--BOUND\r\nContent-Disposition: form-data; name=\"uuid\"\r\n\r\n7\r\n<FILE>\r\n--BOUND--\r\n");
 }
 
-TEST(MultipartText, IsALineEndAndTheClosingDelimiterWithoutAnything) { EXPECT_EQ(Text({}), "<FILE>\r\n--BOUND--\r\n"); }
+TEST(MultipartText, IsALineEndAndTheClosingDelimiterWithoutAnything) {
+    EXPECT_EQ(Text({}), "<FILE>\r\n--BOUND--\r\n");
+}
 
 TEST(MultipartText, OrdersFieldsByTheCodeUnitsOfTheirNames) {
     ParameterMap Parameters;
@@ -130,8 +137,13 @@ TEST(MultipartBody, HoldsTheFilesBytesUnchanged) {
     const std::string strFile = Folder.Write("all bytes.bin", AllBytes() + "\r\n\r\n\x1A\n");
     EXPECT_EQ(BuiltBytes({{L"key", L"k"}}, {Wide(strFile), L"File"}),
               "--BOUND\r\nContent-Disposition: form-data; name=\"key\"\r\n\r\nk\r\n"
-              "--BOUND\r\nContent-Disposition: form-data; name=\"File\"; filename=\"" + strFile + "\"\r\n"
-              "Content-Type: application/octet-stream\r\n\r\n" + AllBytes() + "\r\n\r\n\x1A\n" "\r\n--BOUND--\r\n");
+              "--BOUND\r\nContent-Disposition: form-data; name=\"File\"; filename=\"" +
+                  strFile +
+                  "\"\r\n"
+                  "Content-Type: application/octet-stream\r\n\r\n" +
+                  AllBytes() +
+                  "\r\n\r\n\x1A\n"
+                  "\r\n--BOUND--\r\n");
 }
 
 TEST(MultipartBody, FailsOnAnEmptyFile) {

@@ -16,8 +16,8 @@ struct Posted {
 inline Posted Post(const std::wstring& strUrl, const ParameterMap& Parameters = {{L"a", L"1"}},
                    const std::wstring& strFile = L"", const std::wstring& strPart = L"") {
     Posted Result;
-    Result.bResult = FormPostClient::Post(strUrl, Parameters, strFile, strPart, nullptr, &Result.strAnswer,
-                                          &Result.nStatus);
+    Result.bResult =
+        FormPostClient::Post(strUrl, Parameters, strFile, strPart, nullptr, &Result.strAnswer, &Result.nStatus);
     return Result;
 }
 

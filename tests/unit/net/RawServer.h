@@ -143,7 +143,8 @@ class RawServer {
                 break;
             }
             strRequest.append(Buffer, 0, static_cast<std::size_t>(nRead));
-            const std::string::size_type uHead = uWanted == WHOLE_REQUEST ? strRequest.find("\r\n\r\n") : std::string::npos;
+            const std::string::size_type uHead =
+                uWanted == WHOLE_REQUEST ? strRequest.find("\r\n\r\n") : std::string::npos;
             if (uHead != std::string::npos) {
                 uWanted = uHead + 4 + ContentLength(strRequest.substr(0, uHead));
             }
@@ -196,6 +197,8 @@ inline std::string BodyOf(const std::string& strRequest) {
 }
 
 // The first line of a request, without its line end.
-inline std::string FirstLineOf(const std::string& strRequest) { return strRequest.substr(0, strRequest.find("\r\n")); }
+inline std::string FirstLineOf(const std::string& strRequest) {
+    return strRequest.substr(0, strRequest.find("\r\n"));
+}
 
 }  // namespace crashvane

@@ -105,8 +105,7 @@ TEST(SendDumpInfo, LogsAFailedRequestAndGoesOn) {
     SampleCollection Sample;
     const LogCapture Log;
     EXPECT_EQ(SendDumpInfo(&Sample, AllUrls(NO_SCHEME_OF_OURS)), 1);
-    EXPECT_THAT(Log.Lines(),
-                ElementsAre(MatchesRegex("ZTLOG_CHECK_ERROR\\(nRetCode\\) at line \\d+ in SendDumpInfo")));
+    EXPECT_THAT(Log.Lines(), ElementsAre(MatchesRegex("ZTLOG_CHECK_ERROR\\(nRetCode\\) at line \\d+ in SendDumpInfo")));
 }
 
 TEST(SendDumpSolution, AsksTheDumpTypeAddress) {

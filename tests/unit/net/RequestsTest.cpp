@@ -130,15 +130,17 @@ TEST(PostDumpFile, SendsTheFieldsAndTheArchive) {
     const std::string strArchive = Folder.Write("Crash_42.zip", "PK-bytes");
     FixBoundary();
     EXPECT_EQ(PostDumpFile(Server.Url("/dumpserver/dumpfile.php"), "BRENN", {"k", "g", strArchive, "it broke"}), 1);
-    EXPECT_EQ(BodyOf(Server.Request()),
-              PartText("filename", "Crash_42.zip") + PartText("guid", "g") + PartText("key", "k") +
-                  PartText("project", "BRENN") + PartText("remark", "it broke") +
-                  "-----------------------------0000002900004823\r\n"
-                  "Content-Disposition: form-data; name=\"File\"; filename=\"" + strArchive + "\"\r\n"
-                  "Content-Type: application/octet-stream\r\n"
-                  "\r\n"
-                  "PK-bytes"
-                  "\r\n-----------------------------0000002900004823--\r\n");
+    EXPECT_EQ(BodyOf(Server.Request()), PartText("filename", "Crash_42.zip") + PartText("guid", "g") +
+                                            PartText("key", "k") + PartText("project", "BRENN") +
+                                            PartText("remark", "it broke") +
+                                            "-----------------------------0000002900004823\r\n"
+                                            "Content-Disposition: form-data; name=\"File\"; filename=\"" +
+                                            strArchive +
+                                            "\"\r\n"
+                                            "Content-Type: application/octet-stream\r\n"
+                                            "\r\n"
+                                            "PK-bytes"
+                                            "\r\n-----------------------------0000002900004823--\r\n");
 }
 
 TEST(PostDumpFile, FailsWithoutTheArchive) {
@@ -168,7 +170,9 @@ TEST(Requests, FailWhenTheServerRefuses) {
     EXPECT_EQ(nCrashType, 0);
 }
 
-TEST(Requests, FailWithoutAnAddress) { EXPECT_EQ(PostSession("", "P", {}), 0); }
+TEST(Requests, FailWithoutAnAddress) {
+    EXPECT_EQ(PostSession("", "P", {}), 0);
+}
 
 TEST(PostDumpSolution, SendsTheseFields) {
     RawServer Server(Answer("0"));
@@ -199,9 +203,18 @@ INSTANTIATE_TEST_SUITE_P(Texts, DumpSolutionAnswer,
                          testing::Values(Solution{"3", 3}, Solution{"3\r\n", 3}, Solution{"3\n", 3}, Solution{" 3", 3},
                                          Solution{"+3", 3}, Solution{"-1", -1}, Solution{"0", 0}, Solution{"", 0},
                                          Solution{"letters", 0}, Solution{"0x3", 0}, Solution{"3 of 4", 3},
-                                         Solution{"2147483647", 2147483647}, Solution{"\xEF\xBB\xBF" "3", 0},
-                                         Solution{"<html>", 0}, Solution{std::string("3\0" "4", 3), 3},
-                                         Solution{"\xFF\xFE" "3", 0}));
+                                         Solution{"2147483647", 2147483647},
+                                         Solution{"\xEF\xBB\xBF"
+                                                  "3",
+                                                  0},
+                                         Solution{"<html>", 0},
+                                         Solution{std::string("3\0"
+                                                              "4",
+                                                              3),
+                                                  3},
+                                         Solution{"\xFF\xFE"
+                                                  "3",
+                                                  0}));
 
 // What a number too big comes to is the runtime's business; it must be the same as for the digits alone.
 TEST(PostDumpSolution, TakesNumbersThatAreTooBigAsTheRuntimeDoes) {

@@ -41,6 +41,8 @@ class TempFolder {
 };
 
 // ASCII only.
-inline std::wstring Wide(const std::string& strText) { return std::wstring(strText.begin(), strText.end()); }
+inline std::wstring Wide(const std::string& strText) {
+    return std::wstring(strText.begin(), strText.end());
+}
 
 }  // namespace crashvane

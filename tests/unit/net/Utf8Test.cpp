@@ -29,7 +29,12 @@ TEST(Utf8, ReplacesWhatIsNoText) {
     EXPECT_EQ(FromUtf8("3\xFF"), L"3\uFFFD");
 }
 
-TEST(Utf8, KeepsAByteOrderMark) { EXPECT_EQ(FromUtf8("\xEF\xBB\xBF" "3"), L"\uFEFF" L"3"); }
+TEST(Utf8, KeepsAByteOrderMark) {
+    EXPECT_EQ(FromUtf8("\xEF\xBB\xBF"
+                       "3"),
+              L"\uFEFF"
+              L"3");
+}
 
 }  // namespace
 }  // namespace crashvane
