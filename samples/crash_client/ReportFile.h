@@ -2,7 +2,7 @@
 // heap, because a crashed process can rely on neither.
 //
 // Texts are in the ANSI code page and are written byte for byte; the file says "gb2312" whatever the code page is.
-// Numbers are written in the forms that the sender reads (docs/integration.md lists them).
+// Numbers are written in the forms that the sender reads (docs/report-format.md lists them).
 #pragma once
 
 #include <windows.h>
