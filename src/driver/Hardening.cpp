@@ -2,11 +2,10 @@
 
 #include <windows.h>
 
-#include <delayimp.h>
-
 #include <cstdlib>
 #include <exception>
 
+#include "driver/DelayLoad.h"
 #include "driver/SystemLibrary.h"
 
 namespace crashvane {
@@ -16,15 +15,6 @@ namespace {
 [[noreturn]] void EndQuietly() {
     TerminateProcess(GetCurrentProcess(), EXIT_FAILURE);
     std::abort();
-}
-
-// Asked for a library that is bound on its first call (cmake/DelayWinInet.cmake); null lets the default search go on.
-FARPROC WINAPI LoadForFirstCall(unsigned uNotification, DelayLoadInfo* pInfo) {
-    if (uNotification != dliNotePreLoadLibrary) {
-        return nullptr;
-    }
-    return reinterpret_cast<FARPROC>(
-        reinterpret_cast<void*>(LoadLibraryExA(pInfo->szDll, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)));
 }
 
 LONG WINAPI EndAfterFault(EXCEPTION_POINTERS*) {
@@ -41,7 +31,7 @@ void HardenProcess() {
         pfnSetDefault(LOAD_LIBRARY_SEARCH_SYSTEM32);
     }
     SetDllDirectoryW(L"");
-    __pfnDliNotifyHook2 = LoadForFirstCall;
+    GuardDelayedCalls();
 
     // The thread's mode and not the process's: the game that is started again must not inherit it.
     SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX, nullptr);
