@@ -87,7 +87,7 @@ TEST_F(ProgramFolder, MayHaveBlanksInItsName) {
 TEST_F(ProgramFolder, MayHaveLettersOfTheCodePagesUpperHalf) {
     if (!IsCopy()) {
         const test::TempFolder Folder;
-        RunCopyIn(Folder.Path() + "\\jeu \xC4\xD6\xDC\\bin");
+        RunCopyIn(Folder.Path() + "\\jeu \xC4\xD6\xDC\xC4\\bin");
         return;
     }
     ExpectEverythingFound();
