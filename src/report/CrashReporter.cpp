@@ -11,10 +11,10 @@
 #include "report/XmlFile.h"
 
 // Memory that ran out is logged like a failed check. Used in the handler of a function's own try block.
-#define ZT_FAIL_OUT_OF_MEMORY()                              \
-    do {                                                     \
-        ZTLOG_CHECK_LINE("ZTLOG_PROCESS_ERROR", "memory");   \
-        return 0;                                            \
+#define ZT_FAIL_OUT_OF_MEMORY()                            \
+    do {                                                   \
+        ZTLOG_CHECK_LINE("ZTLOG_PROCESS_ERROR", "memory"); \
+        return 0;                                          \
     } while (false)
 
 namespace crashvane {

@@ -24,12 +24,24 @@ void* Allocate(std::size_t uSize) {
 
 }  // namespace
 
-void* operator new(std::size_t uSize) { return Allocate(uSize); }
-void* operator new[](std::size_t uSize) { return Allocate(uSize); }
-void operator delete(void* pMemory) noexcept { std::free(pMemory); }
-void operator delete[](void* pMemory) noexcept { std::free(pMemory); }
-void operator delete(void* pMemory, std::size_t) noexcept { std::free(pMemory); }
-void operator delete[](void* pMemory, std::size_t) noexcept { std::free(pMemory); }
+void* operator new(std::size_t uSize) {
+    return Allocate(uSize);
+}
+void* operator new[](std::size_t uSize) {
+    return Allocate(uSize);
+}
+void operator delete(void* pMemory) noexcept {
+    std::free(pMemory);
+}
+void operator delete[](void* pMemory) noexcept {
+    std::free(pMemory);
+}
+void operator delete(void* pMemory, std::size_t) noexcept {
+    std::free(pMemory);
+}
+void operator delete[](void* pMemory, std::size_t) noexcept {
+    std::free(pMemory);
+}
 
 namespace crashvane {
 
@@ -39,8 +51,12 @@ AllocationFailure::AllocationFailure(long nUntilFailure) {
     g_bArmed = true;
 }
 
-AllocationFailure::~AllocationFailure() { g_bArmed = false; }
+AllocationFailure::~AllocationFailure() {
+    g_bArmed = false;
+}
 
-bool AllocationFailure::Happened() const { return g_bHappened; }
+bool AllocationFailure::Happened() const {
+    return g_bHappened;
+}
 
 }  // namespace crashvane

@@ -58,8 +58,8 @@ TEST_F(CrashReporterLoad, FailsForAFileThatIsMissingEmptyOrAFolder) {
     EXPECT_EQ(m_Report.Load(m_strFile), 0);
     EXPECT_EQ(LoadText(""), 0);
     EXPECT_EQ(m_Report.Load("."), 0);
-    EXPECT_THAT(Checks(),
-                testing::AllOf(testing::SizeIs(3), testing::Each("ZTLOG_PROCESS_ERROR(nRetCode) in CrashReporter::Load")));
+    EXPECT_THAT(Checks(), testing::AllOf(testing::SizeIs(3),
+                                         testing::Each("ZTLOG_PROCESS_ERROR(nRetCode) in CrashReporter::Load")));
 }
 
 TEST_F(CrashReporterLoad, FailsForAFileThatAnotherProcessHoldsUnshared) {
@@ -162,7 +162,8 @@ TEST_F(CrashReporterLoad, TakesEmptyLists) {
 }
 
 TEST_F(CrashReporterLoad, FindsModulesBetweenOtherElementsInOrder) {
-    const std::string strRest = " BaseOfImage='0x1' SizeOfImage='0x1' TimeDateStamp='1' FileVersion='' ProductVersion=''";
+    const std::string strRest =
+        " BaseOfImage='0x1' SizeOfImage='0x1' TimeDateStamp='1' FileVersion='' ProductVersion=''";
     EXPECT_EQ(LoadText(WithLists("<Modules><Other /><Module FullPath='a'" + strRest + "/>text<!-- Module -->" +
                                      "<module /><Module FullPath='b'" + strRest + "><Module /></Module>" +
                                      "<Other><Module /></Other><Module FullPath='c'" + strRest + "/></Modules>",
@@ -175,8 +176,9 @@ TEST_F(CrashReporterLoad, FindsModulesBetweenOtherElementsInOrder) {
 }
 
 TEST_F(CrashReporterLoad, ReadsTheFirstOfTwoCustomElementsAlone) {
-    EXPECT_EQ(LoadText(WithLists("<Modules />", "<Custom><CustomFile>a</CustomFile></Custom>"
-                                                "<Custom><CustomFile>b</CustomFile><CustomInfo>c</CustomInfo></Custom>")),
+    EXPECT_EQ(LoadText(WithLists("<Modules />",
+                                 "<Custom><CustomFile>a</CustomFile></Custom>"
+                                 "<Custom><CustomFile>b</CustomFile><CustomInfo>c</CustomInfo></Custom>")),
               1);
     EXPECT_THAT(m_Report.CustomFiles, ElementsAre("a"));
     EXPECT_THAT(m_Report.CustomInfos, ElementsAre());
@@ -263,7 +265,8 @@ TEST_F(CrashReporterLoad, PassesHalfACharacterThroughAndReadsTheNextField) {
 TEST_F(CrashReporterLoad, TakesTextForBytesWhateverTheFileDeclares) {
     const std::string strField = "\xC3\xA9\xD6\xF0";
     for (const char* pszDeclaration : {"<?xml version=\"1.0\" encoding=\"UTF-8\" ?>", "<?xml version=\"1.0\" ?>", ""}) {
-        const std::string strText = Replaced(SampleReport, "<?xml version=\"1.0\" encoding=\"gb2312\" ?>", pszDeclaration);
+        const std::string strText =
+            Replaced(SampleReport, "<?xml version=\"1.0\" encoding=\"gb2312\" ?>", pszDeclaration);
         EXPECT_EQ(LoadText(Replaced(strText, "Access violation", strField)), 1) << pszDeclaration;
         EXPECT_EQ(m_Report.Exception.ExceptionDescription, strField) << pszDeclaration;
     }

@@ -50,8 +50,9 @@ TEST_F(CrashReporterSave, WritesTheWholeFileByteForByte) {
     m_Report.Exception.ProcessMemUsed = {.WorkingSetSize = 601, .PagefileUsage = 701};
     m_Report.Exception.ProcessMemPeak = {.WorkingSetSize = 801, .PagefileUsage = 901};
     m_Report.Product = {"Client", "1.0.0.5", "zhcn_hd", "MT", "x64"};
-    m_Report.Machine = {"192.168.1.7", "4C4C4544", "4C4C4545", "Windows 10", "CPU @ 3.60GHz", {16001, 4001},
-                        {20001, 5001}, {"Graphics 8", "graphics.sys", "31.0.15", {8001, 6001}}};
+    m_Report.Machine = {
+        "192.168.1.7",   "4C4C4544",    "4C4C4545",    "Windows 10",
+        "CPU @ 3.60GHz", {16001, 4001}, {20001, 5001}, {"Graphics 8", "graphics.sys", "31.0.15", {8001, 6001}}};
     m_Report.Modules = {{"C:\\Game\\a.dll", 0x10000000, 4096, 1567000001, "1.1", "2.1"},
                         {"C:\\Game\\b.dll", 0x7ff6a1b20000, 8192, 1567000002, "1.2", "2.2"}};
     m_Report.CustomFiles = {"C:\\Game\\logs\\first.log", "C:\\Game\\logs\\second.log"};

@@ -114,9 +114,9 @@ TEST_F(ExceptionTest, FailsWithoutItsElement) {
 }
 
 TEST_F(ExceptionTest, FailsWithoutAnyOneOfItsChildren) {
-    for (const char* pszName : {"ExceptionModuleName", "ExceptionCode", "ExceptionDescription", "ExceptionAddress",
-                                "DumpFileName", "DumpKey", "DumpGuid", "ExceptionTime", "TimeToFailure", "ProcessName",
-                                "ProcessInstance"}) {
+    for (const char* pszName :
+         {"ExceptionModuleName", "ExceptionCode", "ExceptionDescription", "ExceptionAddress", "DumpFileName", "DumpKey",
+          "DumpGuid", "ExceptionTime", "TimeToFailure", "ProcessName", "ProcessInstance"}) {
         const std::string strName = pszName;
         const std::string strOther = Replaced(Children, "<" + strName + ">", "<Other>");
         EXPECT_EQ(LoadChildren(Replaced(strOther, "</" + strName + ">", "</Other>")), 0) << strName;
@@ -231,7 +231,10 @@ TEST_F(ExceptionTest, ReadsTheInstanceAsTheRuntimeScansIt) {
     struct {
         std::string strText;
         unsigned int uExpected;
-    } const Cases[] = {{"4294967295", 4294967295}, {"4294967297", 1}, {"-1", 4294967295}, {"x", 77},
+    } const Cases[] = {{"4294967295", 4294967295},
+                       {"4294967297", 1},
+                       {"-1", 4294967295},
+                       {"x", 77},
                        {std::string(10000, '9'), 4294967295}};
     for (const auto& Case : Cases) {
         m_Exception.ProcessInstance = 77;

@@ -86,7 +86,8 @@ TEST_F(HostileReport, LoadsBesideUnterminatedRestsBehindTheRoot) {
 
 TEST_F(HostileReport, RefusesDepthThatWouldOverflowTheStack) {
     EXPECT_EQ(LoadText(Repeated("<a>", 1000000)), 0);
-    EXPECT_EQ(LoadText(Replaced(SampleReport, "<Custom>", Repeated("<a>", 200) + Repeated("</a>", 200) + "<Custom>")), 0);
+    EXPECT_EQ(LoadText(Replaced(SampleReport, "<Custom>", Repeated("<a>", 200) + Repeated("</a>", 200) + "<Custom>")),
+              0);
     EXPECT_THAT(Checks(), ElementsAre("ZTLOG_PROCESS_ERROR(nRetCode) in CrashReporter::Load",
                                       "ZTLOG_PROCESS_ERROR(nRetCode) in CrashReporter::Load"));
 }
@@ -113,7 +114,8 @@ CrashReporter HugeReport(int nModules) {
     CrashReporter Report;
     Report.Exception.ExceptionDescription = std::string(3 * 1024 * 1024, 'x');
     for (int n = 0; n < nModules; ++n) {
-        Report.Modules.push_back({"C:\\Game\\bin\\module" + std::to_string(n) + ".dll", 0x7ff600000000, 4096, 5, "1", "2"});
+        Report.Modules.push_back(
+            {"C:\\Game\\bin\\module" + std::to_string(n) + ".dll", 0x7ff600000000, 4096, 5, "1", "2"});
     }
     Report.CustomFiles.assign(1500, "C:\\Game\\logs\\some.log");
     Report.CustomInfos.assign(1500, "some line");

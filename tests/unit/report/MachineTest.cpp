@@ -41,8 +41,13 @@ TEST_F(MachineTest, LoadsEveryField) {
 }
 
 TEST_F(MachineTest, SavesItsFieldsInOrder) {
-    m_Machine = {.IP = "192.168.1.7", .UUID = "4C4C4544", .NewUUID = "4C4C4545", .OS = "Windows 10",
-                 .Processor = "CPU", .PhysMemory = {16001, 4001}, .Pagefile = {20001, 5001},
+    m_Machine = {.IP = "192.168.1.7",
+                 .UUID = "4C4C4544",
+                 .NewUUID = "4C4C4545",
+                 .OS = "Windows 10",
+                 .Processor = "CPU",
+                 .PhysMemory = {16001, 4001},
+                 .Pagefile = {20001, 5001},
                  .VideoCardInfo = {"Graphics 8", "graphics.sys", "31.0.15", {8001, 6001}}};
     Saved Target;
     EXPECT_EQ(m_Machine.SaveMachine(Target.Parent()), 1);
@@ -50,9 +55,8 @@ TEST_F(MachineTest, SavesItsFieldsInOrder) {
 }
 
 TEST_F(MachineTest, NeedsEveryText) {
-    for (const char* pszElement :
-         {"<IP>192.168.1.7</IP>", "<UUID>4C4C4544</UUID>", "<NewUUID>4C4C4545</NewUUID>", "<OS>Windows 10</OS>",
-          "<Processor>CPU</Processor>"}) {
+    for (const char* pszElement : {"<IP>192.168.1.7</IP>", "<UUID>4C4C4544</UUID>", "<NewUUID>4C4C4545</NewUUID>",
+                                   "<OS>Windows 10</OS>", "<Processor>CPU</Processor>"}) {
         EXPECT_EQ(LoadWith(pszElement, ""), 0) << pszElement;
     }
     EXPECT_THAT(Checks(), testing::AllOf(testing::SizeIs(5),
@@ -86,10 +90,10 @@ TEST_F(MachineTest, LogsEveryLevelAboveTheCardsMemory) {
 }
 
 TEST_F(MachineTest, NeedsTheVideoCard) {
-    EXPECT_EQ(m_Machine.LoadMachine(Parsed(Replaced(Replaced(Text, "<VideoCardInfo>", "<Other>"), "</VideoCardInfo>",
-                                                    "</Other>"))
-                                        .Parent()),
-              0);
+    EXPECT_EQ(
+        m_Machine.LoadMachine(
+            Parsed(Replaced(Replaced(Text, "<VideoCardInfo>", "<Other>"), "</VideoCardInfo>", "</Other>")).Parent()),
+        0);
     EXPECT_THAT(Checks(), ElementsAre("ZTLOG_PROCESS_ERROR(pElement) in VideoCard::LoadVideoCard",
                                       "ZTLOG_PROCESS_ERROR(nRetCode) in Machine::LoadMachine"));
 }

@@ -28,8 +28,12 @@ TEST_F(ModuleTest, LoadsEveryAttribute) {
 }
 
 TEST_F(ModuleTest, SavesItsAttributesInOrder) {
-    m_Module = {.FullPath = "C:\\Game\\a.dll", .BaseOfImage = 0x10000000, .SizeOfImage = 4096,
-                .TimeDateStamp = 1567000001, .FileVersion = "1.1", .ProductVersion = "2.1"};
+    m_Module = {.FullPath = "C:\\Game\\a.dll",
+                .BaseOfImage = 0x10000000,
+                .SizeOfImage = 4096,
+                .TimeDateStamp = 1567000001,
+                .FileVersion = "1.1",
+                .ProductVersion = "2.1"};
     Saved Target;
     EXPECT_EQ(m_Module.SaveModule(Target.Parent()), 1);
     EXPECT_EQ(Target.Text(), "<Parent>" + std::string(Text) + "</Parent>");
@@ -47,9 +51,9 @@ TEST_F(ModuleTest, SavesTheLargestNumbers) {
 }
 
 TEST_F(ModuleTest, NeedsEveryAttribute) {
-    for (const char* pszAttribute : {"FullPath=\"C:\\Game\\a.dll\"", "BaseOfImage=\"0x10000000\"",
-                                     "SizeOfImage=\"0x1000\"", "TimeDateStamp=\"1567000001\"", "FileVersion=\"1.1\"",
-                                     "ProductVersion=\"2.1\""}) {
+    for (const char* pszAttribute :
+         {"FullPath=\"C:\\Game\\a.dll\"", "BaseOfImage=\"0x10000000\"", "SizeOfImage=\"0x1000\"",
+          "TimeDateStamp=\"1567000001\"", "FileVersion=\"1.1\"", "ProductVersion=\"2.1\""}) {
         EXPECT_EQ(LoadWith(pszAttribute, ""), 0) << pszAttribute;
     }
     EXPECT_THAT(Checks(), testing::AllOf(testing::SizeIs(6),

@@ -30,8 +30,11 @@ TEST_F(ProductTest, LoadsEveryField) {
 }
 
 TEST_F(ProductTest, SavesItsFieldsInOrder) {
-    m_Product = {.ProductName = "Client", .ProductVersion = "1.0.0.5", .ProductVersionEx = "zhcn_hd",
-                 .ProductThreadType = "MT", .ProductBitType = "x64"};
+    m_Product = {.ProductName = "Client",
+                 .ProductVersion = "1.0.0.5",
+                 .ProductVersionEx = "zhcn_hd",
+                 .ProductThreadType = "MT",
+                 .ProductBitType = "x64"};
     Saved Target;
     EXPECT_EQ(m_Product.SaveProduct(Target.Parent()), 1);
     EXPECT_EQ(Target.Text(), "<Parent><Product>" + std::string(Children) + "</Product></Parent>");

@@ -44,7 +44,8 @@ TEST_F(ReportFormat, TheExampleIsWhatASaveWouldWrite) {
 }
 
 TEST_F(ReportFormat, WritesBlanksThatMatterAsReferences) {
-    EXPECT_EQ(LoadText(Replaced(Example(), "<OS>Windows 10 (10.0.19045)</OS>", "<OS> a  b&#x20;&#x20;c&#x20;</OS>")), 1);
+    EXPECT_EQ(LoadText(Replaced(Example(), "<OS>Windows 10 (10.0.19045)</OS>", "<OS> a  b&#x20;&#x20;c&#x20;</OS>")),
+              1);
     EXPECT_EQ(m_Report.Machine.OS, "a b  c ");
 }
 

@@ -59,7 +59,9 @@ TEST_F(XmlFile, ReadsAsTheLibraryDoes) {
     }
 }
 
-TEST_F(XmlFile, FailsForAnEmptyFileAsTheLibraryDoes) { ExpectSameAsTheLibrary(""); }
+TEST_F(XmlFile, FailsForAnEmptyFileAsTheLibraryDoes) {
+    ExpectSameAsTheLibrary("");
+}
 
 TEST_F(XmlFile, RefusesWhatTheGuardRefuses) {
     std::string strDeep;

@@ -19,8 +19,12 @@ std::string Repeated(const std::string& strText, int nTimes) {
     return strResult;
 }
 
-int DepthOf(const std::string& strText) { return MeasureXml(strText.c_str()).nDepth; }
-int AttributesOf(const std::string& strText) { return MeasureXml(strText.c_str()).nAttributes; }
+int DepthOf(const std::string& strText) {
+    return MeasureXml(strText.c_str()).nDepth;
+}
+int AttributesOf(const std::string& strText) {
+    return MeasureXml(strText.c_str()).nAttributes;
+}
 
 TEST(XmlGuard, CountsElementsInEachOther) {
     EXPECT_EQ(DepthOf(""), 0);
@@ -139,11 +143,25 @@ int CompareWithTheLibrary(const std::vector<std::string>& Documents) {
 // A piece of a document: mostly harmless, sometimes anything. Attribute names are never repeated, since the guard does
 // not look for repetitions (it may measure more than the library then, never less).
 std::string Piece(std::mt19937& Random, int nAttribute) {
-    static const std::vector<std::string> Pieces = {
-        "<a>", "</a>", "<bb>", "</bb>", "<c/>", "<a ", "<bb\n", ">", "/>", " />", "</", "<", "/", "=", "'", "\"", "&#", "&#x",
-        "&#x41;", "&#65;", "&amp;", "&", "#", "x", ";", "12", "text", " ", "\r", "\n", "\t\v\f", "<!--", "-->", "--", "<![CDATA[",
-        "]]>", "]", "<!", "<!DOCTYPE a [<!ENTITY b>]>", "<?xml", "<?XmL ", "?>", "<?pi", "\xD6", "\xEF\xBB\xBF", "\x7F", "<_",
-        "<a:b.c-d>", "</a:b.c-d>", "<\xD6\xD0>", "</\xD6\xD0>", "version", "-", ".", ":"};
+    static const std::vector<std::string> Pieces = {"<a>",        "</a>",       "<bb>",
+                                                    "</bb>",      "<c/>",       "<a ",
+                                                    "<bb\n",      ">",          "/>",
+                                                    " />",        "</",         "<",
+                                                    "/",          "=",          "'",
+                                                    "\"",         "&#",         "&#x",
+                                                    "&#x41;",     "&#65;",      "&amp;",
+                                                    "&",          "#",          "x",
+                                                    ";",          "12",         "text",
+                                                    " ",          "\r",         "\n",
+                                                    "\t\v\f",     "<!--",       "-->",
+                                                    "--",         "<![CDATA[",  "]]>",
+                                                    "]",          "<!",         "<!DOCTYPE a [<!ENTITY b>]>",
+                                                    "<?xml",      "<?XmL ",     "?>",
+                                                    "<?pi",       "\xD6",       "\xEF\xBB\xBF",
+                                                    "\x7F",       "<_",         "<a:b.c-d>",
+                                                    "</a:b.c-d>", "<\xD6\xD0>", "</\xD6\xD0>",
+                                                    "version",    "-",          ".",
+                                                    ":"};
     const std::string strName = std::to_string(nAttribute);
     switch (std::uniform_int_distribution<int>(0, 7)(Random)) {
         case 0:
@@ -173,8 +191,8 @@ TEST(XmlGuard, MeasuresWhatTheLibraryBuildsFromRandomPieces) {
 
 // Well-formed by construction, so that the depths grow.
 std::string RandomElement(std::mt19937& Random, int nDepth, int& nAttribute) {
-    static const std::vector<std::string> Contents = {"",       " ",      "text",         "<!-- <x> -->", "<![CDATA[<x>]]>",
-                                                      "&lt;x>", "&#x3C;", "<?xml a='<'?>", "<!x>",         "\xD6"};
+    static const std::vector<std::string> Contents = {
+        "", " ", "text", "<!-- <x> -->", "<![CDATA[<x>]]>", "&lt;x>", "&#x3C;", "<?xml a='<'?>", "<!x>", "\xD6"};
     const std::string strName = std::string(std::uniform_int_distribution<std::size_t>(1, 3)(Random), 'e');
     std::string strText = "<" + strName;
     for (int n = std::uniform_int_distribution<int>(0, 3)(Random); n > 0; --n) {
@@ -218,7 +236,8 @@ TEST(XmlGuard, NeedsOnePassWhateverIsRepeated) {
     // Anything that went over the rest of the text again for each piece would take hours.
     const int nTimes = 2 * 1024 * 1024;
     const auto Begin = std::chrono::steady_clock::now();
-    for (const char* pszPiece : {"<", "<a/>", "<!--", "<![CDATA[", "&#", "&#x", "&#;", "&", "<!", "<?xml ", "'", "</", " a='"}) {
+    for (const char* pszPiece :
+         {"<", "<a/>", "<!--", "<![CDATA[", "&#", "&#x", "&#;", "&", "<!", "<?xml ", "'", "</", " a='"}) {
         MeasureXml(Repeated(pszPiece, nTimes).c_str());
         MeasureXml(("<r>" + Repeated(pszPiece, nTimes) + ";-->]]></r>").c_str());
         MeasureXml(("<r a='" + Repeated(pszPiece, nTimes) + ";'></r>").c_str());
