@@ -1,60 +1,64 @@
 #include "ui/Banner.h"
 
+#include "ui/Stretch.h"
 #include "util/Handles.h"
 
 namespace crashvane {
 namespace {
 
-// A device context in memory with a bitmap selected into it.
-class MemoryContext {
-  public:
-    explicit MemoryContext(HBITMAP hBitMap)
-        : m_hContext(CreateCompatibleDC(nullptr)), m_hPrevious(SelectObject(m_hContext, hBitMap)) {}
-    MemoryContext(const MemoryContext&) = delete;
-    MemoryContext& operator=(const MemoryContext&) = delete;
-    ~MemoryContext() {
-        SelectObject(m_hContext, m_hPrevious);
-        DeleteDC(m_hContext);
-    }
-    [[nodiscard]] HDC Get() const { return m_hContext; }
+constexpr int BytesOfPixel = 3;
 
-  private:
-    HDC m_hContext;
-    HGDIOBJ m_hPrevious;
-};
-
-HBITMAP CreateBitMap(int nWidth, int nHeight) {
+BITMAPINFO InfoOf(int nWidth, int nHeight) {
     BITMAPINFO Info = {};
     Info.bmiHeader.biSize = sizeof(Info.bmiHeader);
     Info.bmiHeader.biWidth = nWidth;
     Info.bmiHeader.biHeight = nHeight;
     Info.bmiHeader.biPlanes = 1;
-    Info.bmiHeader.biBitCount = 24;
+    // No alpha: a static control copies a bitmap that may have some, and nobody would own the copy.
+    Info.bmiHeader.biBitCount = 8 * BytesOfPixel;
     Info.bmiHeader.biCompression = BI_RGB;
+    return Info;
+}
+
+bool ReadPixels(HBITMAP hBitMap, Image& Pixels) {
+    BITMAP Drawn = {};
+    if (GetObjectW(hBitMap, sizeof(Drawn), &Drawn) == 0) {
+        return false;
+    }
+    Pixels = Image(Drawn.bmWidth, Drawn.bmHeight);
+    BITMAPINFO Info = InfoOf(Drawn.bmWidth, Drawn.bmHeight);
+    const HDC hScreen = GetDC(nullptr);
+    const int nLines = GetDIBits(hScreen, hBitMap, 0, static_cast<UINT>(Drawn.bmHeight), Pixels.Bytes.data(), &Info,
+                                 DIB_RGB_COLORS);
+    ReleaseDC(nullptr, hScreen);
+    return nLines == Drawn.bmHeight;
+}
+
+HBITMAP CreateBitMap(const Image& Pixels) {
+    const BITMAPINFO Info = InfoOf(Pixels.nWidth, Pixels.nHeight);
     void* pBits = nullptr;
-    return CreateDIBSection(nullptr, &Info, DIB_RGB_COLORS, &pBits, nullptr, 0);
+    const HBITMAP hBitMap = CreateDIBSection(nullptr, &Info, DIB_RGB_COLORS, &pBits, nullptr, 0);
+    if (hBitMap != nullptr) {
+        CopyMemory(pBits, Pixels.Bytes.data(), Pixels.Bytes.size());
+    }
+    return hBitMap;
 }
 
 }  // namespace
 
 HBITMAP LoadBanner(HINSTANCE hInstance, int nImageId, HWND hPlace) {
-    BITMAP Drawn = {};
     RECT Place = {};
+    Image Drawn;
     GdiObject<HBITMAP> hDrawn(static_cast<HBITMAP>(LoadImageW(
         hInstance, MAKEINTRESOURCEW(static_cast<WORD>(nImageId)), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
-    if (!hDrawn || GetObjectW(hDrawn.Get(), sizeof(Drawn), &Drawn) == 0 || !GetClientRect(hPlace, &Place)) {
+    if (!hDrawn) {
         return nullptr;
     }
-    GdiObject<HBITMAP> hStretched(CreateBitMap(Place.right, Place.bottom));
-    if (!hStretched) {
+    const bool bKnown = GetClientRect(hPlace, &Place) && Place.right > 0 && Place.bottom > 0;
+    if (!bKnown || !ReadPixels(hDrawn.Get(), Drawn)) {
         return hDrawn.Release();
     }
-    const MemoryContext From(hDrawn.Get());
-    const MemoryContext To(hStretched.Get());
-    SetStretchBltMode(To.Get(), HALFTONE);
-    SetBrushOrgEx(To.Get(), 0, 0, nullptr);
-    StretchBlt(To.Get(), 0, 0, Place.right, Place.bottom, From.Get(), 0, 0, Drawn.bmWidth, Drawn.bmHeight, SRCCOPY);
-    return hStretched.Release();
+    return CreateBitMap(Stretch(Drawn, Place.right, Place.bottom));
 }
 
 }  // namespace crashvane

@@ -6,7 +6,9 @@
 namespace crashvane {
 namespace {
 
-bool AreBeside(const RECT& One, const RECT& Other) {
+constexpr LONG GapInDialogUnits = 2;
+
+bool AreInLine(const RECT& One, const RECT& Other) {
     return One.left < Other.right && Other.left < One.right;
 }
 
@@ -27,15 +29,15 @@ std::vector<RECT> PlacesOfOthers(HWND hDialog, HWND hControl) {
     return Places;
 }
 
-int HeightOfText(HWND hControl, HFONT hFont, int nWidth) {
+int HeightOfText(HWND hControl, int nWidth) {
     std::wstring strText(static_cast<std::size_t>(GetWindowTextLengthW(hControl)) + 1, L'\0');
     strText.resize(static_cast<std::size_t>(
         GetWindowTextW(hControl, strText.data(), static_cast<int>(strText.size()))));
     const HDC hContext = GetDC(hControl);
-    const HGDIOBJ hPrevious = SelectObject(hContext, hFont);
+    const HGDIOBJ hPrevious =
+        SelectObject(hContext, reinterpret_cast<HFONT>(SendMessageW(hControl, WM_GETFONT, 0, 0)));
     RECT Needed = {0, 0, nWidth, 0};
-    DrawTextW(hContext, strText.c_str(), static_cast<int>(strText.size()), &Needed,
-              DT_CALCRECT | DT_WORDBREAK | DT_EXPANDTABS);
+    DrawTextW(hContext, strText.c_str(), static_cast<int>(strText.size()), &Needed, DT_CALCRECT | DT_WORDBREAK);
     SelectObject(hContext, hPrevious);
     ReleaseDC(hControl, hContext);
     return Needed.bottom;
@@ -43,11 +45,11 @@ int HeightOfText(HWND hControl, HFONT hFont, int nWidth) {
 
 }  // namespace
 
-RECT GrowIntoFreeSpace(const RECT& Place, int nHeight, const RECT& Bounds, const std::vector<RECT>& Others) {
+RECT GrowIntoFreeSpace(const RECT& Place, int nHeight, int nGap, const RECT& Bounds, const std::vector<RECT>& Others) {
     LONG nTop = Bounds.top;
     LONG nBottom = Bounds.bottom;
     for (const RECT& Other : Others) {
-        if (!AreBeside(Place, Other)) {
+        if (!AreInLine(Place, Other)) {
             continue;
         }
         if (Other.bottom <= Place.top) {
@@ -57,23 +59,24 @@ RECT GrowIntoFreeSpace(const RECT& Place, int nHeight, const RECT& Bounds, const
         }
     }
     const LONG nGrown = std::clamp<LONG>(nHeight, Place.bottom - Place.top, nBottom - nTop);
-    const LONG nWished = (Place.top + Place.bottom - nGrown) / 2;
+    const LONG nKept = std::min<LONG>(nGap, (nBottom - nTop - nGrown) / 2);
     RECT Result = Place;
-    Result.top = std::clamp(nWished, nTop, nBottom - nGrown);
+    Result.top = std::clamp(Place.bottom - nGrown, nTop + nKept, nBottom - nKept - nGrown);
     Result.bottom = Result.top + nGrown;
     return Result;
 }
 
-void FitText(HWND hDialog, HWND hControl, HFONT hFont) {
+void FitText(HWND hDialog, HWND hControl) {
     const RECT Place = PlaceIn(hDialog, hControl);
-    const HFONT hOwn = reinterpret_cast<HFONT>(SendMessageW(hControl, WM_GETFONT, 0, 0));
-    const int nHeight = HeightOfText(hControl, hFont != nullptr ? hFont : hOwn, Place.right - Place.left);
+    const int nHeight = HeightOfText(hControl, Place.right - Place.left);
     if (nHeight <= Place.bottom - Place.top) {
         return;
     }
     RECT Bounds = {};
+    RECT Gap = {0, 0, 0, GapInDialogUnits};
     GetClientRect(hDialog, &Bounds);
-    const RECT Grown = GrowIntoFreeSpace(Place, nHeight, Bounds, PlacesOfOthers(hDialog, hControl));
+    MapDialogRect(hDialog, &Gap);
+    const RECT Grown = GrowIntoFreeSpace(Place, nHeight, Gap.bottom, Bounds, PlacesOfOthers(hDialog, hControl));
     SetWindowPos(hControl, nullptr, Grown.left, Grown.top, Grown.right - Grown.left, Grown.bottom - Grown.top,
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }

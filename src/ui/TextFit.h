@@ -7,12 +7,12 @@
 
 namespace crashvane {
 
-// A place grown to nHeight, up and down alike as far as the others and the bounds leave space; where they leave less,
-// it takes what is there. Only others beside which it would come to lie count. All in the same units.
-RECT GrowIntoFreeSpace(const RECT& Place, int nHeight, const RECT& Bounds, const std::vector<RECT>& Others);
+// A place grown to nHeight: up first and then down, as far as the others and the bounds leave space, and nGap away from
+// them where there is enough of it; where there is less, the place takes what is there. Only others that lie above or
+// below count. All in the same units.
+RECT GrowIntoFreeSpace(const RECT& Place, int nHeight, int nGap, const RECT& Bounds, const std::vector<RECT>& Others);
 
-// Grows a static control of the dialog when its text, drawn with the font (null: the control's own), needs more
-// lines than the control has.
-void FitText(HWND hDialog, HWND hControl, HFONT hFont);
+// Grows a static control of the dialog when its text needs more lines than it has.
+void FitText(HWND hDialog, HWND hControl);
 
 }  // namespace crashvane

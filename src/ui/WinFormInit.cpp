@@ -139,11 +139,12 @@ int WinForm::LoadText(UINT uTextId, std::string& strText) const {
 }
 
 void WinForm::Arrange(HWND hForm) {
-    for (const int nControlId : {ZT_CONTROL_FIRST_LINE, ZT_CONTROL_SECOND_LINE, ZT_CONTROL_PRIVACY_LINE}) {
-        FitText(hForm, GetDlgItem(hForm, nControlId), nullptr);
+    // Painting selects the font as well, but not everywhere does the control keep to that.
+    SendMessageW(m_hFixErrorLinkLabel, WM_SETFONT, reinterpret_cast<WPARAM>(m_hFont.Get()), FALSE);
+    for (const int nControlId : {ZT_CONTROL_FIRST_LINE, ZT_CONTROL_SECOND_LINE, ZT_CONTROL_PRIVACY_LINE,
+                                 ZT_CONTROL_VIEW_LINK, ZT_CONTROL_FIX_LINK}) {
+        FitText(hForm, GetDlgItem(hForm, nControlId));
     }
-    FitText(hForm, m_hViewErrorLinkLabel, nullptr);
-    FitText(hForm, m_hFixErrorLinkLabel, m_hFont.Get());
     // A screen reader names the edit by the text in front of it, which is to be the frame's, not the empty line's.
     SetWindowPos(GetDlgItem(hForm, ZT_CONTROL_FRAME), GetDlgItem(hForm, ZT_CONTROL_SEPARATOR), 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);

@@ -85,7 +85,7 @@ def show(desktop_of_session, folder, receiver):
 
 
 def needed(dialog, control, text, dots, place=10000):
-    """Height and width that a text needs in pixels, with the font that its control is to have."""
+    """Height and width that a text needs in pixels, in the font that its control is to have."""
     if control == FIX_LINK:
         return dialog.driver.measure("宋体", 14 * dots // 96, 8 * dots // 96, 700, 136, place, text)
     return dialog.driver.measure("MS Shell Dlg", -(8 * dots // 72), 0, 400, 1, place, text)

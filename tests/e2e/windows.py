@@ -37,6 +37,18 @@ STAND_INS = crashvane.PROGRAM.parent / "tests/e2e"
 SCREEN = (1280, 1024)
 ENCODINGS = {"zh_CN": 936}  # code pages that collect() is to read logs in; the others' logs are ASCII
 
+# The fonts that script/bootstrap installs and no others, so that texts are as wide on every machine.
+FONTS = """<?xml version="1.0"?>
+<!DOCTYPE fontconfig SYSTEM "fonts.dtd">
+<fontconfig>
+  <dir>/usr/share/fonts/opentype/noto</dir>
+  <dir>/usr/share/fonts/truetype/dejavu</dir>
+  <cachedir>/var/cache/fontconfig</cachedir>
+  <cachedir prefix="xdg">fontconfig</cachedir>
+  <include ignore_missing="yes">/etc/fonts/conf.d</include>
+</fontconfig>
+"""
+
 
 def wait_for(what, probe, limit=LIMIT):
     """The probe's first true value."""
@@ -140,6 +152,7 @@ class Desktop:
                                          stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.prefix = Path(os.environ.get("CRASHVANE_WINEPREFIX_UI") or wine.ROOT / "build/wine-e2e-ui")
         self._scratch = Path(tempfile.mkdtemp(prefix="crashvane-desktop-"))
+        (self._scratch / "fonts.conf").write_text(FONTS)
         self._driver = None
         self.running = []
         self._prepare()
@@ -150,7 +163,8 @@ class Desktop:
         environ = {name: value for name, value in os.environ.items()
                    if not name.startswith(("LC_", "WINE")) and name.lower() not in left_out}
         environ.update(WINEPREFIX=str(self.prefix), WINEDEBUG="-all", DISPLAY=self.display, LC_ALL=locale + ".UTF-8",
-                       WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=")
+                       WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=",
+                       FONTCONFIG_FILE=str(self._scratch / "fonts.conf"))
         if proxy is not None:
             environ["http_proxy"] = proxy.url
         return {**environ, **changes}
@@ -167,7 +181,8 @@ class Desktop:
             if self._driver is not None:
                 self._driver.end()
                 self._driver = None
-            self._wine("reg", "add", r"HKCU\Control Panel\Desktop", "/v", "LogPixels", "/t", "REG_DWORD", "/d", str(dots), "/f")
+            self._wine("reg", "add", r"HKCU\Control Panel\Desktop", "/v", "LogPixels", "/t", "REG_DWORD", "/d",
+                       str(dots), "/f")
             self._dots = dots
             assert self.driver.ask("dots") == [[str(dots)]]
 

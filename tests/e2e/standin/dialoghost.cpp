@@ -1,12 +1,17 @@
-// Shows the dialog as the program does, but with what the program's own path never gives it: any image id, and many
-// times over. dialoghost IMAGE_ID [TIMES]: prints "<result> <GDI objects> <registered forms> <registered links>" after
-// each dialog; log lines go to standard error. The counts come from the process's own handle table.
+// Does with the code of the window room what the program's own path never does.
+//
+// dialoghost IMAGE_ID [TIMES]: shows the dialog with any image, and many times over; prints "<result> <GDI
+// brushes> <other GDI objects> <registered forms> <registered links>" after each, the objects counted in the process's
+// own handle table. Log lines go to standard error.
+// dialoghost raise PROCESS_ID: raises the window of a process.
 #include <windows.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "log/Log.h"
+#include "ui/Foreground.h"
 #include "ui/Registries.h"
 #include "ui/WinForm.h"
 
@@ -23,22 +28,34 @@ struct GdiEntry {
     ULONG64 uUser;
 };
 
-int CountGdiObjects() {
+struct GdiCount {
+    int nBrushes = 0;
+    int nOthers = 0;
+};
+
+GdiCount CountGdiObjects() {
+    constexpr UCHAR uBrush = 0x10;
     constexpr std::size_t uTableInProcessBlock = 0xF8;
     constexpr int nTableSize = 65536;
     const auto* const pBlock = reinterpret_cast<const unsigned char*>(__readgsqword(0x60));
     const auto* const pTable = *reinterpret_cast<const GdiEntry* const*>(pBlock + uTableInProcessBlock);
-    int nCount = 0;
+    GdiCount Count;
     for (int nEntry = 0; pTable != nullptr && nEntry < nTableSize; ++nEntry) {
-        nCount += pTable[nEntry].uType != 0;
+        if (pTable[nEntry].uType != 0) {
+            ++(pTable[nEntry].uType == uBrush ? Count.nBrushes : Count.nOthers);
+        }
     }
-    return nCount;
+    return Count;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     using namespace crashvane;
+    if (argc > 2 && std::strcmp(argv[1], "raise") == 0) {
+        RaiseWindowOf(static_cast<DWORD>(std::atoi(argv[2])));
+        return 0;
+    }
     LogSettings Settings = {"logs", "Crashvane", LogToStandardError, 1000};
     Log::Start(Settings);
     const int nTimes = argc > 2 ? std::atoi(argv[2]) : 1;
@@ -47,7 +64,8 @@ int main(int argc, char** argv) {
         Form.Init(GetModuleHandleW(nullptr), std::atoi(argv[1]), "C:\\crash.dmp", nullptr);
         const INT_PTR nResult = Form.Show();
         Form.Release();
-        std::printf("%d %d %d %d\n", static_cast<int>(nResult), CountGdiObjects(),
+        const GdiCount Count = CountGdiObjects();
+        std::printf("%d %d %d %d %d\n", static_cast<int>(nResult), Count.nBrushes, Count.nOthers,
                     static_cast<int>(FormRegistry().size()), static_cast<int>(LinkRegistry().size()));
         std::fflush(stdout);
     }
