@@ -1,0 +1,4 @@
+// Folders by the C runtime of Windows.
+#pragma once
+
+int _mkdir(const char* pszFolder);

@@ -1,0 +1,3 @@
+// Path functions: declared with the rest.
+#pragma once
+#include <windows.h>
