@@ -26,6 +26,7 @@ struct VersionLibrary {
         pfnInfo = FunctionOf<decltype(pfnInfo)>(hLibrary.Get(), "GetFileVersionInfoW");
         pfnQuery = FunctionOf<decltype(pfnQuery)>(hLibrary.Get(), "VerQueryValueW");
     }
+    // cppcheck-suppress knownConditionTrueFalse
     [[nodiscard]] bool IsComplete() const { return pfnSize != nullptr && pfnInfo != nullptr && pfnQuery != nullptr; }
 };
 

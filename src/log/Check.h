@@ -22,35 +22,35 @@
 #include "log/Log.h"
 
 // The line that all three write. A condition's text is an argument, never a format.
-#define ZTLOG_CHECK_LINE(macro, text)                                                                 \
-    do {                                                                                              \
-        static constexpr auto FunctionNameOfCheck = crashvane::FunctionName(CRASHVANE_SIGNATURE);     \
+#define ZTLOG_CHECK_LINE(macro, text)                                                               \
+    do {                                                                                            \
+        static constexpr auto FunctionNameOfCheck = crashvane::FunctionName(CRASHVANE_SIGNATURE);   \
         crashvane::Log::Write(crashvane::LogDebug, macro "(%s) at line %d in %s\n", text, __LINE__, \
-                              FunctionNameOfCheck.szText);                                            \
+                              FunctionNameOfCheck.szText);                                          \
     } while (false)
 
 // False: logs and leaves the function at Exit0 with the result as it is.
-#define ZTLOG_PROCESS_ERROR(condition)                            \
-    do {                                                          \
-        if (!(condition)) {                                       \
-            ZTLOG_CHECK_LINE("ZTLOG_PROCESS_ERROR", #condition);  \
-            goto Exit0;                                           \
-        }                                                         \
+#define ZTLOG_PROCESS_ERROR(condition)                           \
+    do {                                                         \
+        if (!(condition)) {                                      \
+            ZTLOG_CHECK_LINE("ZTLOG_PROCESS_ERROR", #condition); \
+            goto Exit0;                                          \
+        }                                                        \
     } while (false)
 
 // False: logs and goes on.
-#define ZTLOG_CHECK_ERROR(condition)                            \
-    do {                                                        \
-        if (!(condition)) {                                     \
-            ZTLOG_CHECK_LINE("ZTLOG_CHECK_ERROR", #condition);  \
-        }                                                       \
+#define ZTLOG_CHECK_ERROR(condition)                           \
+    do {                                                       \
+        if (!(condition)) {                                    \
+            ZTLOG_CHECK_LINE("ZTLOG_CHECK_ERROR", #condition); \
+        }                                                      \
     } while (false)
 
 // True: logs and leaves the function at Exit1, where the result becomes success on the way to Exit0.
-#define ZTLOG_PROCESS_SUCCESS(condition)                            \
-    do {                                                            \
-        if (condition) {                                            \
-            ZTLOG_CHECK_LINE("ZTLOG_PROCESS_SUCCESS", #condition);  \
-            goto Exit1;                                             \
-        }                                                           \
+#define ZTLOG_PROCESS_SUCCESS(condition)                           \
+    do {                                                           \
+        if (condition) {                                           \
+            ZTLOG_CHECK_LINE("ZTLOG_PROCESS_SUCCESS", #condition); \
+            goto Exit1;                                            \
+        }                                                          \
     } while (false)

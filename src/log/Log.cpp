@@ -96,8 +96,8 @@ bool OpenFile(State& TheLog, const SYSTEMTIME& Time) {
     MakeFolder(szDay);
     PrintBounded(szFile, NAME_SIZE, "%s%s_%d_%2.2d_%2.2d_%2.2d_%2.2d_%2.2d.log", szDay, TheLog.Settings.szIdentity,
                  Time.wYear, Time.wMonth, Time.wDay, Time.wHour, Time.wMinute, Time.wSecond);
-    TheLog.nFile = _sopen(szFile, _O_WRONLY | _O_CREAT | _O_TRUNC | _O_APPEND | _O_BINARY, _SH_DENYNO,
-                          _S_IREAD | _S_IWRITE);
+    TheLog.nFile =
+        _sopen(szFile, _O_WRONLY | _O_CREAT | _O_TRUNC | _O_APPEND | _O_BINARY, _SH_DENYNO, _S_IREAD | _S_IWRITE);
     if (TheLog.nFile < 0) {
         std::fprintf(stderr, "ZTLog: open(\"%s\") failed = %s\n", szFile, std::strerror(errno));
     }
@@ -142,7 +142,8 @@ bool WriteToFile(State& TheLog, const SYSTEMTIME& Time, const char* pszLine, std
         }
         TheLog.nLines = 0;
     }
-    if (TheLog.nFile >= 0 && _write(TheLog.nFile, pszLine, static_cast<unsigned>(uLength)) != static_cast<int>(uLength)) {
+    if (TheLog.nFile >= 0 &&
+        _write(TheLog.nFile, pszLine, static_cast<unsigned>(uLength)) != static_cast<int>(uLength)) {
         std::fputs("warning : error on write log file, please check your hard disk!", stdout);
         std::fflush(stdout);
     }
@@ -208,9 +209,13 @@ bool Write(int nLevel, const char* pszFormat, ...) {
     return (TheLog.Settings.uFlags & LogToFile) == 0 || WriteToFile(TheLog, Time, szLine, uLength);
 }
 
-void Close() { CloseFile(TheState()); }
+void Close() {
+    CloseFile(TheState());
+}
 
-void SetClock(Clock pfnClock) { TheState().pfnClock = pfnClock; }
+void SetClock(Clock pfnClock) {
+    TheState().pfnClock = pfnClock;
+}
 
 int PrintBoundedV(char* pszBuffer, std::size_t uCount, const char* pszFormat, std::va_list Arguments) {
     const int nLength = _vsnprintf(pszBuffer, uCount, pszFormat, Arguments);

@@ -24,10 +24,10 @@ enum LogFlag : std::uint32_t {
 };
 
 struct LogSettings {
-    char szRoot[1024];      // folder of all logs, "logs"
-    char szIdentity[1024];  // names the folder below it and begins every file's name, "Crashvane"
-    std::uint32_t uFlags;   // LogFlag bits
-    std::int32_t nMaxLines; // a file's lines; the next line opens a new file
+    char szRoot[1024];       // folder of all logs, "logs"
+    char szIdentity[1024];   // names the folder below it and begins every file's name, "Crashvane"
+    std::uint32_t uFlags;    // LogFlag bits
+    std::int32_t nMaxLines;  // a file's lines; the next line opens a new file
 };
 
 namespace Log {

@@ -9,7 +9,7 @@ namespace {
 // The classes of the "C" locale, in which the program runs. Every byte from 127 on is a letter to the library.
 enum ByteClass : unsigned char { Blank = 1, NameStart = 2, NamePart = 4 };
 
-constexpr std::array<unsigned char, 256> Classes = [] {
+constexpr std::array<unsigned char, 256> ClassesOfBytes() {
     std::array<unsigned char, 256> Table = {};
     for (unsigned uByte = 0; uByte < Table.size(); ++uByte) {
         const bool bLetter = (uByte >= 'a' && uByte <= 'z') || (uByte >= 'A' && uByte <= 'Z') || uByte >= 127;
@@ -20,7 +20,9 @@ constexpr std::array<unsigned char, 256> Classes = [] {
                                                   (bLetter || bDigit || bSign || uByte == '_' ? NamePart : 0));
     }
     return Table;
-}();
+}
+
+constexpr std::array<unsigned char, 256> Classes = ClassesOfBytes();
 
 bool Is(ByteClass Class, char cByte) {
     return (Classes[static_cast<unsigned char>(cByte)] & Class) != 0;

@@ -28,8 +28,8 @@ bool ReadPixels(HBITMAP hBitMap, Image& Pixels) {
     Pixels = Image(Drawn.bmWidth, Drawn.bmHeight);
     BITMAPINFO Info = InfoOf(Drawn.bmWidth, Drawn.bmHeight);
     const HDC hScreen = GetDC(nullptr);
-    const int nLines = GetDIBits(hScreen, hBitMap, 0, static_cast<UINT>(Drawn.bmHeight), Pixels.Bytes.data(), &Info,
-                                 DIB_RGB_COLORS);
+    const int nLines =
+        GetDIBits(hScreen, hBitMap, 0, static_cast<UINT>(Drawn.bmHeight), Pixels.Bytes.data(), &Info, DIB_RGB_COLORS);
     ReleaseDC(nullptr, hScreen);
     return nLines == Drawn.bmHeight;
 }
@@ -49,8 +49,8 @@ HBITMAP CreateBitMap(const Image& Pixels) {
 HBITMAP LoadBanner(HINSTANCE hInstance, int nImageId, HWND hPlace) {
     RECT Place = {};
     Image Drawn;
-    GdiObject<HBITMAP> hDrawn(static_cast<HBITMAP>(LoadImageW(
-        hInstance, MAKEINTRESOURCEW(static_cast<WORD>(nImageId)), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
+    GdiObject<HBITMAP> hDrawn(static_cast<HBITMAP>(
+        LoadImageW(hInstance, MAKEINTRESOURCEW(static_cast<WORD>(nImageId)), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
     if (!hDrawn) {
         return nullptr;
     }

@@ -23,8 +23,7 @@ std::wstring RepairToolOf(const std::wstring& strExecutable);
 
 // FileVersion of the first module whose file name equals the given one ignoring case; modules whose path has no "\"
 // are passed over. Empty: no such module. A trail byte of a double-byte character is never taken for a "\".
-std::string ModuleVersionOf(const std::vector<Module>& Modules, const std::string& strModule,
-                            UINT uCodePage = CP_ACP);
+std::string ModuleVersionOf(const std::vector<Module>& Modules, const std::string& strModule, UINT uCodePage = CP_ACP);
 
 // What the tool's command line says of the crash.
 struct RepairFacts {

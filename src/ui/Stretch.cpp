@@ -21,10 +21,11 @@ std::vector<Position> Positions(int nFrom, int nTo) {
     const std::int64_t nLast = nFrom - 1;
     for (std::int64_t nAt = 0; nAt < nTo; ++nAt) {
         // The middle of a pixel falls on a middle: (nAt + 1/2) * nFrom / nTo - 1/2.
-        const std::int64_t nMiddle = std::clamp<std::int64_t>(((2 * nAt + 1) * nFrom * One / nTo - One) / 2, 0, nLast * One);
+        const std::int64_t nMiddle =
+            std::clamp<std::int64_t>(((2 * nAt + 1) * nFrom * One / nTo - One) / 2, 0, nLast * One);
         const std::int64_t nFirst = nMiddle / One;
-        Result.push_back({static_cast<std::size_t>(nFirst), static_cast<std::size_t>(std::min(nFirst + 1, nLast)),
-                          nMiddle % One});
+        Result.push_back(
+            {static_cast<std::size_t>(nFirst), static_cast<std::size_t>(std::min(nFirst + 1, nLast)), nMiddle % One});
     }
     return Result;
 }

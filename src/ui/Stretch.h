@@ -11,9 +11,7 @@ namespace crashvane {
 struct Image {
     Image() = default;
     Image(int nWidthOfAll, int nHeightOfAll)
-        : nWidth(nWidthOfAll),
-          nHeight(nHeightOfAll),
-          Bytes(LineSize() * static_cast<std::size_t>(nHeightOfAll)) {}
+        : nWidth(nWidthOfAll), nHeight(nHeightOfAll), Bytes(LineSize() * static_cast<std::size_t>(nHeightOfAll)) {}
 
     [[nodiscard]] std::size_t LineSize() const { return (static_cast<std::size_t>(nWidth) * 3 + 3) / 4 * 4; }
 

@@ -31,11 +31,10 @@ std::vector<RECT> PlacesOfOthers(HWND hDialog, HWND hControl) {
 
 int HeightOfText(HWND hControl, int nWidth) {
     std::wstring strText(static_cast<std::size_t>(GetWindowTextLengthW(hControl)) + 1, L'\0');
-    strText.resize(static_cast<std::size_t>(
-        GetWindowTextW(hControl, strText.data(), static_cast<int>(strText.size()))));
+    strText.resize(
+        static_cast<std::size_t>(GetWindowTextW(hControl, strText.data(), static_cast<int>(strText.size()))));
     const HDC hContext = GetDC(hControl);
-    const HGDIOBJ hPrevious =
-        SelectObject(hContext, reinterpret_cast<HFONT>(SendMessageW(hControl, WM_GETFONT, 0, 0)));
+    const HGDIOBJ hPrevious = SelectObject(hContext, reinterpret_cast<HFONT>(SendMessageW(hControl, WM_GETFONT, 0, 0)));
     RECT Needed = {0, 0, nWidth, 0};
     DrawTextW(hContext, strText.c_str(), static_cast<int>(strText.size()), &Needed, DT_CALCRECT | DT_WORDBREAK);
     SelectObject(hContext, hPrevious);

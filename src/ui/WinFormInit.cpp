@@ -67,8 +67,8 @@ Exit0:
 }
 
 int WinForm::MakeLinks() {
-    const int nRetCode = MakeLink(m_hViewErrorLinkLabel, this,
-                                  [](WinForm& Form, HWND hForm) { Form.ViewReport(hForm); });
+    const int nRetCode =
+        MakeLink(m_hViewErrorLinkLabel, this, [](WinForm& Form, HWND hForm) { Form.ViewReport(hForm); });
     if (!nRetCode) {
         return 0;
     }

@@ -10,7 +10,9 @@
 namespace crashvane {
 namespace {
 
-bool IsDots(const char* pszName) { return std::strcmp(pszName, ".") == 0 || std::strcmp(pszName, "..") == 0; }
+bool IsDots(const char* pszName) {
+    return std::strcmp(pszName, ".") == 0 || std::strcmp(pszName, "..") == 0;
+}
 
 // Calls Visit for each entry that matches. False: the search could not start for another reason than that nothing
 // matches.
@@ -28,7 +30,9 @@ bool Search(const std::string& strFolder, const std::string& strPattern, const F
     return true;
 }
 
-bool IsFolderEntry(const WIN32_FIND_DATAA& Data) { return (Data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0; }
+bool IsFolderEntry(const WIN32_FIND_DATAA& Data) {
+    return (Data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
 
 }  // namespace
 
@@ -66,8 +70,12 @@ bool ListSubFolders(std::vector<std::string>& Result, const std::string& strFold
     });
 }
 
-bool IsFolder(const std::string& strPath) { return PathIsDirectoryA(strPath.c_str()) != FALSE; }
+bool IsFolder(const std::string& strPath) {
+    return PathIsDirectoryA(strPath.c_str()) != FALSE;
+}
 
-bool FileExists(const std::string& strPath) { return PathFileExistsA(strPath.c_str()) != FALSE && !IsFolder(strPath); }
+bool FileExists(const std::string& strPath) {
+    return PathFileExistsA(strPath.c_str()) != FALSE && !IsFolder(strPath);
+}
 
 }  // namespace crashvane

@@ -83,7 +83,7 @@ using ProcessHandle = Owner<ProcessHandleTraits>;  // processes, threads: CloseH
 using FindHandle = Owner<FindHandleTraits>;        // file searches
 using LibraryHandle = Owner<LibraryHandleTraits>;  // loaded modules
 template <typename Gdi>
-using GdiObject = Owner<GdiObjectTraits<Gdi>>;     // fonts, bitmaps, brushes
+using GdiObject = Owner<GdiObjectTraits<Gdi>>;  // fonts, bitmaps, brushes
 
 // Does something when the scope ends, unless disarmed: the undo of a half-made thing.
 template <typename Function>

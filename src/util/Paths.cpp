@@ -13,7 +13,9 @@ std::string CombinePath(const std::string& strFolder, const std::string& strName
     return PathCombineA(szPath, strFolder.c_str(), strName.c_str()) != nullptr ? szPath : std::string();
 }
 
-std::string FileNameOf(const std::string& strPath) { return PathFindFileNameA(strPath.c_str()); }
+std::string FileNameOf(const std::string& strPath) {
+    return PathFindFileNameA(strPath.c_str());
+}
 
 std::string FolderOf(const std::string& strPath) {
     return strPath.substr(0, static_cast<std::size_t>(PathFindFileNameA(strPath.c_str()) - strPath.c_str()));

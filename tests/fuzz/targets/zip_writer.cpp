@@ -54,8 +54,14 @@ Source TakeSource(fuzz::Input& Given, std::size_t uIndex) {
     const std::size_t uSize = Given.Number(2);
     const unsigned uTimes = (uKind & 4) != 0 ? Given.Byte() : 1;
     const std::string strBytes = Given.Bytes(uSize);
+    std::uint32_t uNoise = 1;
     for (unsigned uTime = 0; uTime < uTimes; ++uTime) {
         Taken.Facts.strBytes += strBytes;
+        // Repeated bytes shrink to nothing. With noise on them they fill the compressor's buffers.
+        for (std::size_t uAt = 0; (uKind & 8) != 0 && uAt < strBytes.size(); ++uAt) {
+            uNoise = uNoise * 1664525 + 1013904223;
+            Taken.Facts.strBytes[Taken.Facts.strBytes.size() - 1 - uAt] ^= static_cast<char>(uNoise >> 24);
+        }
     }
     Taken.bMissing = uTrouble == 1;
     Taken.Facts.bUnreadable = uTrouble == 2;

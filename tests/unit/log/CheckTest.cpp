@@ -76,8 +76,8 @@ TEST(ProcessError, NamesConditionLineAndFunctionAndFails) {
     LogCapture Log;
     Checked Object;
     EXPECT_EQ(Object.Error(0), 0);
-    EXPECT_EQ(OnlyLine(Log), "ZTLOG_PROCESS_ERROR(nRetCode) at line " + std::to_string(Object.m_nErrorLine) +
-                                 " in Checked::Error");
+    EXPECT_EQ(OnlyLine(Log),
+              "ZTLOG_PROCESS_ERROR(nRetCode) at line " + std::to_string(Object.m_nErrorLine) + " in Checked::Error");
 }
 
 TEST(ProcessError, SaysNothingWhenTheConditionHolds) {

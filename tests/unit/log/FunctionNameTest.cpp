@@ -9,7 +9,9 @@
 
 #define NAME_HERE std::string(crashvane::FunctionName(CRASHVANE_SIGNATURE).szText)
 
-std::string Global(int) { return NAME_HERE; }
+std::string Global(int) {
+    return NAME_HERE;
+}
 
 namespace crashvane {
 
@@ -26,13 +28,19 @@ struct Config {
     }
 };
 
-std::string Free() { return NAME_HERE; }
+std::string Free() {
+    return NAME_HERE;
+}
 
 namespace {
 
-std::string Hidden(const char*) { return NAME_HERE; }
+std::string Hidden(const char*) {
+    return NAME_HERE;
+}
 
-TEST(FunctionName, IsClassAndFunction) { EXPECT_EQ(Config().LoadCmd(0, nullptr), "Config::LoadCmd"); }
+TEST(FunctionName, IsClassAndFunction) {
+    EXPECT_EQ(Config().LoadCmd(0, nullptr), "Config::LoadCmd");
+}
 
 TEST(FunctionName, LeavesOutTheReturnTypeAndQualifiers) {
     std::string strName;

@@ -238,8 +238,8 @@ TEST_F(LogTest, EchoesToStandardOutput) {
 TEST_F(LogTest, LetsOthersReadAndWriteTheOpenFile) {
     Log::Start(Settings("logs", "Crashvane"));
     Log::Write(LogInfo, "x");
-    const HANDLE hFile = CreateFileA(DAY_FILE, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                     OPEN_EXISTING, 0, nullptr);
+    const HANDLE hFile = CreateFileA(DAY_FILE, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                     nullptr, OPEN_EXISTING, 0, nullptr);
     EXPECT_NE(hFile, INVALID_HANDLE_VALUE);
     CloseHandle(hFile);
 }

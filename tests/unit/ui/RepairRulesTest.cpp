@@ -30,7 +30,8 @@ RepairFacts Facts() {
 std::string LineOf(std::size_t uBytes, const std::string& strKeyEnd = "") {
     const std::string strHead = "C:\\Game\\Mendwell.exe -crash \"3=(k=";
     const std::string strTail = ",m=engine.dll,v=1.0.0.5,t=1567130000,r=95)\"";
-    return strHead + std::string(uBytes - strHead.size() - strKeyEnd.size() - strTail.size(), 'k') + strKeyEnd + strTail;
+    return strHead + std::string(uBytes - strHead.size() - strKeyEnd.size() - strTail.size(), 'k') + strKeyEnd +
+           strTail;
 }
 
 std::string BuiltFor(const std::string& strLine) {
@@ -70,7 +71,8 @@ TEST(RepairRulesTest, PathsThatReachTheLimitHaveNoTool) {
 }
 
 TEST(RepairRulesTest, TheVersionIsThatOfTheFirstModuleOfTheNameInAnyCase) {
-    const std::vector<Module> Modules = {ModuleWith("C:\\Game\\other.dll", "9"), ModuleWith("C:\\A\\ENGINE.dll", "1.0.0.5"),
+    const std::vector<Module> Modules = {ModuleWith("C:\\Game\\other.dll", "9"),
+                                         ModuleWith("C:\\A\\ENGINE.dll", "1.0.0.5"),
                                          ModuleWith("C:\\B\\engine.dll", "2")};
     EXPECT_EQ(ModuleVersionOf(Modules, "Engine.DLL"), "1.0.0.5");
 }
@@ -101,7 +103,8 @@ TEST(RepairRulesTest, TheCommandLineDescribesTheCrash) {
 TEST(RepairRulesTest, AnUnknownVersionLeavesItsFieldEmpty) {
     RepairFacts Made = Facts();
     Made.strModuleVersion.clear();
-    EXPECT_EQ(RepairCommandLine(Made), "C:\\Game\\Mendwell.exe -crash \"3=(k=ab12,m=engine.dll,v=,t=1567130000,r=95)\"");
+    EXPECT_EQ(RepairCommandLine(Made),
+              "C:\\Game\\Mendwell.exe -crash \"3=(k=ab12,m=engine.dll,v=,t=1567130000,r=95)\"");
 }
 
 TEST(RepairRulesTest, BlanksAndQuotesStandAsTheyAre) {
@@ -116,8 +119,9 @@ TEST(RepairRulesTest, TimesAreUnsignedAndOf64Bits) {
     RepairFacts Made = Facts();
     Made.uCrashTime = 18446744073709551615ULL;
     Made.uTimeToFailure = 4294967296ULL;
-    EXPECT_EQ(RepairCommandLine(Made), "C:\\Game\\Mendwell.exe -crash \"3=(k=ab12,m=engine.dll,v=1.0.0.5,"
-                                       "t=18446744073709551615,r=4294967296)\"");
+    EXPECT_EQ(RepairCommandLine(Made),
+              "C:\\Game\\Mendwell.exe -crash \"3=(k=ab12,m=engine.dll,v=1.0.0.5,"
+              "t=18446744073709551615,r=4294967296)\"");
 }
 
 TEST(RepairRulesTest, ALineOf519BytesIsWholeAndALongerOneIsCutToThem) {

@@ -43,8 +43,7 @@ TEST(TextFitTest, TakesNoMoreThanThereIs) {
 }
 
 TEST(TextFitTest, PassesByWhatLiesAside) {
-    EXPECT_EQ(GrowIntoFreeSpace(Place, 30, 4, Bounds, {{110, 0, 200, 200}, {0, 0, 10, 200}}),
-              (RECT{10, 80, 110, 110}));
+    EXPECT_EQ(GrowIntoFreeSpace(Place, 30, 4, Bounds, {{110, 0, 200, 200}, {0, 0, 10, 200}}), (RECT{10, 80, 110, 110}));
 }
 
 TEST(TextFitTest, StaysInsideTheBounds) {

@@ -41,8 +41,9 @@ TEST(WinFormTest, AWindowWithoutTheLinksIsLeftAlone) {
     WinForm Form;
     LogCapture Captured;
     EXPECT_FALSE(Form.OnInit(nullptr));
-    EXPECT_THAT(Captured.Lines(), ElementsAre(MatchesRegex(
-                                      "ZTLOG_PROCESS_ERROR\\(m_hViewErrorLinkLabel\\) at line \\d+ in WinForm::OnInit")));
+    EXPECT_THAT(
+        Captured.Lines(),
+        ElementsAre(MatchesRegex("ZTLOG_PROCESS_ERROR\\(m_hViewErrorLinkLabel\\) at line \\d+ in WinForm::OnInit")));
     EXPECT_TRUE(LinkRegistry().empty());
 }
 
@@ -62,8 +63,9 @@ TEST(WinFormTest, ABannerWithoutItsControlIsLogged) {
     WinForm Form;
     LogCapture Captured;
     EXPECT_EQ(Form.ChangeControlImage(nullptr), 0);
-    EXPECT_THAT(Captured.Lines(), ElementsAre(MatchesRegex(
-                                      "ZTLOG_PROCESS_ERROR\\(hControl\\) at line \\d+ in WinForm::ChangeControlImage")));
+    EXPECT_THAT(
+        Captured.Lines(),
+        ElementsAre(MatchesRegex("ZTLOG_PROCESS_ERROR\\(hControl\\) at line \\d+ in WinForm::ChangeControlImage")));
 }
 
 TEST(WinFormTest, OtherCommandsAreNotHandled) {

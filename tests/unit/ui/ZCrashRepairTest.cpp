@@ -87,8 +87,7 @@ TEST_F(ZCrashRepairTest, ProductAndProcessCountInAnyCase) {
     m_Game.Write("Mendwell.exe", "MZ");
     EXPECT_FALSE(Query("brenn", "brennclientx64.EXE"));
     const std::string strTool = m_Game.Path("Mendwell.exe");
-    EXPECT_THAT(m_Captured.Lines(),
-                testing::Contains("[QuerySolution] " + strTool + " is exist!"));
+    EXPECT_THAT(m_Captured.Lines(), testing::Contains("[QuerySolution] " + strTool + " is exist!"));
 }
 
 TEST_F(ZCrashRepairTest, ARequestThatFailsMeansNoSolution) {
@@ -97,7 +96,8 @@ TEST_F(ZCrashRepairTest, ARequestThatFailsMeansNoSolution) {
     EXPECT_FALSE(m_Repair.IsFound());
     const std::vector<std::string> Lines = m_Captured.Lines();
     ASSERT_GE(Lines.size(), 3U);
-    EXPECT_THAT(Lines, testing::Contains(MatchesRegex("ZTLOG_PROCESS_ERROR\\(nRetCode\\) at line \\d+ in SendDumpSolution")));
+    EXPECT_THAT(Lines,
+                testing::Contains(MatchesRegex("ZTLOG_PROCESS_ERROR\\(nRetCode\\) at line \\d+ in SendDumpSolution")));
     EXPECT_EQ(Lines.back(), "[QuerySolution] CrashType=0, DumpKey=ab12  Module=engine.dll,");
 }
 

@@ -20,9 +20,13 @@ TEST(CombinePath, ResolvesDots) {
     EXPECT_EQ(CombinePath("C:\\game", ".\\x"), "C:\\game\\x");
 }
 
-TEST(CombinePath, StaysAtTheDrivesRoot) { EXPECT_EQ(CombinePath("C:\\", "..\\version.cfg"), "C:\\version.cfg"); }
+TEST(CombinePath, StaysAtTheDrivesRoot) {
+    EXPECT_EQ(CombinePath("C:\\", "..\\version.cfg"), "C:\\version.cfg");
+}
 
-TEST(CombinePath, IsEmptyForAPathThatIsTooLong) { EXPECT_EQ(CombinePath("C:\\", std::string(300, 'a')), ""); }
+TEST(CombinePath, IsEmptyForAPathThatIsTooLong) {
+    EXPECT_EQ(CombinePath("C:\\", std::string(300, 'a')), "");
+}
 
 TEST(FileNameOf, IsThePartBehindTheLastSeparator) {
     EXPECT_EQ(FileNameOf("C:\\a\\b.txt"), "b.txt");

@@ -9,9 +9,13 @@ namespace {
 
 using namespace std::string_literals;
 
-TEST(ToAnsi, IsEmptyForAnEmptyText) { EXPECT_EQ(ToAnsi(L""), ""); }
+TEST(ToAnsi, IsEmptyForAnEmptyText) {
+    EXPECT_EQ(ToAnsi(L""), "");
+}
 
-TEST(ToUtf16, IsEmptyForAnEmptyText) { EXPECT_EQ(ToUtf16(""), L""); }
+TEST(ToUtf16, IsEmptyForAnEmptyText) {
+    EXPECT_EQ(ToUtf16(""), L"");
+}
 
 TEST(ToAnsi, ConvertsTheWholeTextInTheCodePage) {
     if (GetACP() == 936) {
@@ -22,7 +26,9 @@ TEST(ToAnsi, ConvertsTheWholeTextInTheCodePage) {
     }
 }
 
-TEST(ToAnsi, ReplacesWhatTheCodePageLacks) { EXPECT_EQ(ToAnsi(L"x\u0E01y"), "x?y"); }
+TEST(ToAnsi, ReplacesWhatTheCodePageLacks) {
+    EXPECT_EQ(ToAnsi(L"x\u0E01y"), "x?y");
+}
 
 TEST(ToUtf16, ConvertsTheWholeTextFromTheCodePage) {
     if (GetACP() == 936) {
