@@ -341,10 +341,13 @@ class Dialog:
         self.driver.post(self.handle, WM_CLOSE)
 
     def is_in_front(self):
-        """Windows' and the window manager's idea of the window with the keyboard agree."""
+        """The program, the window manager and the X server agree on the window with the keyboard."""
         foreground, active, focus = self.driver.foreground(self.handle)
-        return (foreground == active == self.handle and focus != 0
-                and self.desktop.tool("xdotool", "getactivewindow", "getwindowname").decode().strip() == self.window.text)
+        if not (foreground == active == self.handle and focus != 0):
+            return False
+        managed = self.desktop.tool("xdotool", "getactivewindow").split()
+        return (managed != [] and managed == self.desktop.tool("xdotool", "getwindowfocus", "-f").split()
+                and self.desktop.tool("xdotool", "getwindowname", managed[0]).decode().strip() == self.window.text)
 
     def focus(self):
         """The control with the keyboard."""

@@ -4,9 +4,10 @@ import socket
 
 from tree import ROOT
 
-LONGEST_LINE = 120
+LONGEST_LINE = 120  # of C++ sources; others may be a little longer
+LONGEST_OTHER_LINE = 130
 # Data that a program wrote, or pictures as text.
-NO_LINE_LIMIT = {".svg", ".json", ".xml"}
+NO_LINE_LIMIT = {".svg", ".json", ".xml", ".html"}
 
 
 def numbered(text):
@@ -17,8 +18,10 @@ def lines_are_short(path, text):
     if path.suffix in NO_LINE_LIMIT:
         return
     for number, line in numbered(text):
-        # A row of a table cannot be broken.
-        if len(line) > LONGEST_LINE and not (path.suffix == ".md" and line.startswith("|")):
+        # A row of a table and an example of a file cannot be broken.
+        unbreakable = (path.suffix == ".md" and line.startswith("|")) or line.lstrip().startswith("<")
+        longest = LONGEST_LINE if path.suffix in {".cpp", ".h"} else LONGEST_OTHER_LINE
+        if len(line) > longest and not unbreakable:
             yield number, f"{len(line)} columns"
 
 
@@ -86,7 +89,7 @@ ALL = (lines_are_short, blanks_are_plain, files_end_with_one_line_end, headers_s
 # rule, path, text with an offence, its line
 PLANTED = (
     (lines_are_short, "src/a.cpp", "int n;\n" + "x" * 121 + "\n", 2),
-    (lines_are_short, "docs/a.md", "| table |\n| " + "x" * 200 + " |\n" + "x" * 121 + "\n", 3),
+    (lines_are_short, "docs/a.md", "| table |\n| " + "x" * 200 + " |\n" + "x" * 131 + "\n", 3),
     (blanks_are_plain, "src/a.cpp", "int n;\n\tint m;\n", 2),
     (blanks_are_plain, "src/a.cpp", "int n; \n", 1),
     (blanks_are_plain, "src/a.cpp", "int n;\r\n", 1),

@@ -171,4 +171,3 @@ def gather(*pieces):
         else:
             body += piece if isinstance(piece, list) else [piece]
     return defs, body
-
