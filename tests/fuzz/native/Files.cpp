@@ -219,7 +219,9 @@ std::map<int, std::string> g_OpenNumbers;
 }  // namespace
 
 int _sopen(const char* pszPath, int, int, int) {
-    if (TheWorld().bNoFiles) {
+    const File* pOld = FindFile(pszPath);
+    const File* pFolder = FindFile(FolderOf(pszPath));
+    if (TheWorld().bNoFiles || pFolder == nullptr || !pFolder->bFolder || (pOld != nullptr && pOld->bFolder)) {
         errno = EACCES;
         return -1;
     }

@@ -176,7 +176,10 @@ class Expected {
                               Printed("_%d_%02d_%02d_%02d_%02d_%02d.log", Time.tm_year, Time.tm_mon, Time.tm_mday,
                                       Time.tm_hour, Time.tm_min, Time.tm_sec);
         strFile.resize(std::min(strFile.size(), LongestName));
-        if (!bDay || native::TheWorld().bNoFiles) {
+        // A name that was cut may be that of a folder.
+        const native::File* pOld = native::FindFile(strFile);
+        const bool bTaken = strFile == strDay || (pOld != nullptr && pOld->bFolder);
+        if (!bDay || bTaken || native::TheWorld().bNoFiles) {
             ++m_nTroubles;
             return false;
         }
@@ -223,11 +226,13 @@ void BeginAnew() {
 }
 
 // Letters alone make names: which characters a file system takes is not the log's business.
-std::string Name(const std::string& strLine) {
+std::string Name(const std::string& strLine, bool bFolders) {
     std::string strName = fuzz::UpToZero(strLine).substr(0, 1023);
-    for (char& cByte : strName) {
-        cByte =
-            cByte == '\\' || cByte == '/' ? cByte : static_cast<char>('a' + (static_cast<unsigned char>(cByte) % 26));
+    for (std::size_t uAt = 0; uAt < strName.size(); ++uAt) {
+        const bool bSeparator = strName[uAt] == '\\' || strName[uAt] == '/';
+        if (!bSeparator || (!bFolders && uAt + 1 < strName.size())) {
+            strName[uAt] = static_cast<char>('a' + static_cast<unsigned char>(strName[uAt]) % 26);
+        }
     }
     return strName;
 }
@@ -263,8 +268,8 @@ void WriteOne(fuzz::Input& Given, Expected& Model) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* pBytes, std::size_t uSize) {
     fuzz::Input Given(pBytes, uSize);
-    const std::string strRoot = Name(Given.Line());
-    const std::string strIdentity = Name(Given.Line());
+    const std::string strRoot = Name(Given.Line(), true);
+    const std::string strIdentity = Name(Given.Line(), false);
     const unsigned uFlags = Given.Byte();
     const int nMaxLines = static_cast<int>(Given.Byte()) - 1;
     BeginAnew();
