@@ -7,7 +7,8 @@ from windows import STAND_INS, Desktop
 
 @pytest.fixture(scope="session")
 def desktop_of_session():
-    for needed in (crashvane.PROGRAM, *(STAND_INS / name for name in ("windowdriver.exe", "recorder.exe", "dialoghost.exe"))):
+    stand_ins = (STAND_INS / name for name in ("windowdriver.exe", "recorder.exe", "dialoghost.exe"))
+    for needed in (crashvane.PROGRAM, *stand_ins):
         if not needed.exists():
             pytest.fail(f"{needed} is missing: build it first", pytrace=False)
     made = Desktop()

@@ -48,8 +48,8 @@ def take(desktop, receiver, folder, picture, locale, dots):
     write_settings(folder, receiver.url, project="BRENN")
     put_recorder(folder / "Mendwell.exe")
     desktop.set_dots(dots)
-    run = desktop.start(folder, ["-f", "CrashReport.xml", "-d", "-r", windows_path(folder / "bin64" / "Client.exe")], locale,
-                        receiver)
+    client = windows_path(folder / "bin64" / "Client.exe")
+    run = desktop.start(folder, ["-f", "CrashReport.xml", "-d", "-r", client], locale, receiver)
     dialog = run.dialog()
     dialog.set_text(FEEDBACK, FEEDBACKS[locale])
     desktop.tool("xdotool", "mousemove", "1279", "1023")

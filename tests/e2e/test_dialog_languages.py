@@ -77,8 +77,8 @@ def show(desktop_of_session, folder, receiver):
         write_report(folder)
         write_settings(folder, receiver.url, project="BRENN")
         put_recorder(folder / "Mendwell.exe")
-        run = desktop_of_session.start(folder, ["-f", "CrashReport.xml", "-d", "-r",
-                                                windows_path(folder / "bin64" / "BRENNClientX64.exe")], locale, receiver)
+        client = windows_path(folder / "bin64" / "BRENNClientX64.exe")
+        run = desktop_of_session.start(folder, ["-f", "CrashReport.xml", "-d", "-r", client], locale, receiver)
         return run.dialog()
     yield start
     desktop_of_session.end_runs()

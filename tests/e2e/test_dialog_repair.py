@@ -1,4 +1,4 @@
-"""A crash with a known solution: the query, the link in the dialog, the offer afterwards and the repair tool's start."""
+"""A crash with a known solution: the query, the link in the dialog, the offer afterwards, the tool's start."""
 import os
 import signal
 from pathlib import Path
@@ -104,8 +104,11 @@ def test_the_offer_is_right_under_every_code_page(game, locale):
     assert text_of(box) == (OFFER_CAPTION, OFFER)
 
 
-@pytest.mark.parametrize("refuse", [lambda box: box.press(CANCEL), lambda box: box.keys("Escape"), lambda box: box.close()],
-                         ids=["cancel", "escape", "close box"])
+@pytest.mark.parametrize("refuse", [
+    lambda box: box.press(CANCEL),
+    lambda box: box.keys("Escape"),
+    lambda box: box.close(),
+], ids=["cancel", "escape", "close box"])
 def test_the_offer_is_refused(game, refuse):
     put_recorder(game.tool)
     run = game.start()

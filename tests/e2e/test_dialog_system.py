@@ -35,7 +35,7 @@ def test_steps_back_when_the_user_turns_to_another_window(desktop, folder, recei
     assert dialog.window.ex_style & WS_EX_TOPMOST
     desktop.tool("xdotool", "search", "--name", "^ordinary$", "windowactivate")
     wait_for("the step back", lambda: not dialog.window.ex_style & WS_EX_TOPMOST)
-    assert in_order(desktop, window, dialog)
+    wait_for("the other window in front", lambda: in_order(desktop, window, dialog))
 
 
 def test_raises_the_window_of_another_process(desktop, folder):
@@ -84,8 +84,8 @@ def host(desktop, image, times=1):
 
 def lines(run):
     """What the host printed: result, brushes, other GDI objects, registered forms and links of each dialog."""
-    text = run.output.decode("latin-1")
-    return [tuple(map(int, line.split())) for line in text.splitlines() if line[:1].isdigit() and len(line.split()) == 5]
+    split = [line.split() for line in run.output.decode("latin-1").splitlines()]
+    return [tuple(map(int, fields)) for fields in split if len(fields) == 5 and all(map(str.isdigit, fields))]
 
 
 def test_an_image_without_a_bitmap_leaves_the_banner_empty(desktop, tmp_path):

@@ -107,8 +107,8 @@ class Driver:
         raise AssertionError("the window driver has gone")
 
     def windows(self):
-        return [Window(int(f[0]), tuple(map(int, f[5:9])), f[4], f[3], int(f[9]), f[11] != "0", int(f[1]), f[2], int(f[10]))
-                for f in self.ask("windows")]
+        return [Window(int(f[0]), tuple(map(int, f[5:9])), f[4], f[3], int(f[9]), f[11] != "0", int(f[1]), f[2],
+                       int(f[10])) for f in self.ask("windows")]
 
     def children(self, handle):
         return [Window(int(f[0]), tuple(map(int, f[5:9])), f[11], f[2], int(f[4]), f[10] != "0", id=int(f[1]) & 0xFFFF,
@@ -210,7 +210,8 @@ class Desktop:
 
     def screenshot(self, path, rect=None):
         left, top, right, bottom = rect or (0, 0, *SCREEN)
-        self.tool("import", "-window", "root", "-crop", f"{right - left}x{bottom - top}+{left}+{top}", "+repage", str(path))
+        place = f"{right - left}x{bottom - top}+{left}+{top}"
+        self.tool("import", "-window", "root", "-crop", place, "+repage", str(path))
         return path
 
     def end(self):
@@ -243,8 +244,9 @@ class Desktop:
 
 def start_x_server():
     read, write = os.pipe()
-    server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{SCREEN[0]}x{SCREEN[1]}x24", "-nolisten",
-                               "tcp"], pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    screen = f"{SCREEN[0]}x{SCREEN[1]}x24"
+    server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", screen, "-nolisten", "tcp"],
+                              pass_fds=[write], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     os.close(write)
     with os.fdopen(read) as pipe:
         number = pipe.readline().strip()

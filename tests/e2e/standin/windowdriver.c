@@ -1,20 +1,16 @@
 /* Looks at the windows of other processes and sends them messages, as told line by line on standard input.
 
    A line holds a word and its arguments, parted by tabs; the answer is any number of lines of fields parted by tabs and
-   a line with a single dot. Text is UTF-8; in it \\, \t, \r and \n are written with a backslash. Handles and numbers are
-   decimal. Every message has a minute to be answered.
+   a line with a single dot. Text is UTF-8; in it \\, \t, \r and \n are written with a backslash. Handles and numbers
+   are decimal. Every message has a minute to be answered.
 
    windows                        top to bottom: handle, process id, program, class, title, left, top, right, bottom,
                                   extended style, owner, enabled
-   children WINDOW                in z-order: handle, id, class, style, extended style, left, top, right, bottom (screen),
-                                  visible, enabled, text
-   send|post WINDOW MESSAGE W L   the result
-   settext WINDOW TEXT
-   gettext WINDOW
-   input WINDOW                   of the window's thread: foreground window, active window, window with the focus
-   measure FACE HEIGHT WIDTH WEIGHT CHARSET PLACE TEXT
-                                  height and width that a text needs in a place so many pixels wide, line by line broken
-   dots                           dots an inch of the screen */
+   children WINDOW                in z-order: handle, id, class, style, extended style, left, top, right, bottom
+   (screen), visible, enabled, text send|post WINDOW MESSAGE W L   the result settext WINDOW TEXT gettext WINDOW input
+   WINDOW                   of the window's thread: foreground window, active window, window with the focus measure FACE
+   HEIGHT WIDTH WEIGHT CHARSET PLACE TEXT height and width that a text needs in a place so many pixels wide, line by
+   line broken dots                           dots an inch of the screen */
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
