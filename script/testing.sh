@@ -17,16 +17,16 @@ prepare_tests() {
 }
 
 # On a busy machine Wine's server now and then hangs up on a program, which then ends in the middle of its work. So what
-# fails is run a second time, and the runners' closing lines say that it was. What fails twice has failed.
+# fails is run up to twice more, and the runners' closing lines say that it was. What fails three times has failed.
 unit_tests() { # LOCALE
     say "unit tests, $1"
-    LC_ALL=$1.UTF-8 WINEPREFIX=$wine_root/$1 ctest --test-dir "$build" --output-on-failure --repeat until-pass:2 \
+    LC_ALL=$1.UTF-8 WINEPREFIX=$wine_root/$1 ctest --test-dir "$build" --output-on-failure --repeat until-pass:3 \
         </dev/null || failed+=("unit tests, $1")
 }
 
 python_tests() { # FOLDER ARGUMENTS
     say "$1"
-    LC_ALL=C.UTF-8 /usr/bin/python3 -m pytest -q -p no:cacheprovider --reruns 1 --durations=5 "$@" </dev/null ||
+    LC_ALL=C.UTF-8 /usr/bin/python3 -m pytest -q -p no:cacheprovider --reruns 2 --durations=5 "$@" </dev/null ||
         failed+=("$1")
 }
 

@@ -248,7 +248,7 @@ def test_finds_the_nearest_of_a_hundred_thousand_logs(folder, receiver):
     write(client / "54321.log", "the one", CRASH_TIME + 3)
     elapsed, package = timed_run(folder, receiver)
     assert contents(package)["54321.log"] == b"the one"
-    assert elapsed < 50
+    assert elapsed < 150
 
 
 def test_takes_one_log_of_each_of_ten_thousand_folders(folder, receiver):
@@ -258,7 +258,7 @@ def test_takes_one_log_of_each_of_ten_thousand_folders(folder, receiver):
         write(folder / "logs" / f"{number}" / f"{number}.log", "x", CRASH_TIME + 3600)
     elapsed, package = timed_run(folder, receiver)
     assert set(contents(package)) == {"CrashReport.xml", "crash.dmp", "1.log", "5000.log", "9999.log"}
-    assert elapsed < 50
+    assert elapsed < 150
 
 
 def timed_run(folder, receiver):
