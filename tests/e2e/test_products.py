@@ -265,5 +265,5 @@ def timed_run(folder, receiver):
     write_report(folder)
     write_settings(folder, receiver.url)
     before = time.monotonic()
-    assert run(folder, ARGS).exit_code == 0
+    assert run(folder, ARGS, timeout=200).exit_code == 0
     return time.monotonic() - before, receiver.requests[-1]
